@@ -1,0 +1,83 @@
+#include "base/messages.h"
+
+#include <array>
+
+namespace velinor {
+namespace {
+
+using enum MessageId;
+using enum Severity;
+
+// clang-format off
+constexpr auto kCatalogue = std::to_array<Message>({
+    {nodeHidden, "node-hidden", skipped, "the node is hidden",
+     "Unhide it, or export with \"Export hidden\" (--export-hidden)."},
+    {nodeLayerHidden, "node-layer-hidden", skipped, "the node's layer is hidden",
+     "Show the layer, or export with \"Export hidden\" (--export-hidden)."},
+    {nodeNotSelected, "node-not-selected", skipped, "the node is not selected",
+     "Select it, or export without \"Selection only\" (--no-selection-only)."},
+    {nodeWithoutObject, "node-without-object", skipped, "the node has no object", ""},
+    {nodeTypeNotExported, "node-type-not-exported", skipped, "objects of this type are not exported",
+     "Meshes, lights, cameras and helpers are exported; convert a spline or bone to a mesh to keep its shape."},
+    {nodeLightsOff, "node-lights-off", skipped, "lights are switched off for this export",
+     "Export with \"Lights\" (--export-lights)."},
+    {nodeGeometryOff, "node-geometry-off", skipped, "geometry is switched off for this export",
+     "Export with \"Geometry\" (--export-geometry)."},
+    {nodeCamerasOff, "node-cameras-off", skipped, "the camera is switched off for this export",
+     "Export with \"Camera\" (--export-camera)."},
+    {nodeUnderDroppedParent, "node-under-dropped-parent", skipped,
+     "a node above it is not in the scene tree, so neither is this one",
+     "Link the node to another parent, or to none."},
+    {nodeExtraCamera, "node-extra-camera", skipped, "only the first camera becomes the start camera", ""},
+    {nodeExtraCameraBounds, "node-extra-camera-bounds", skipped, "only the first camera-bounds node counts", ""},
+    {nodeMirrored, "node-mirrored", warning, "the node is mirrored: its scale has a negative determinant",
+     "Reset the transform (Reset XForm) if the mesh appears inside out."},
+    {nodeSingular, "node-singular", warning, "the node is scaled to zero along an axis", "Give it a scale other than 0."},
+    {nodeNotFinite, "node-not-finite", warning, "the node's transform holds numbers that are infinite or not numbers",
+     "Reset the transform of the node and of those above it."},
+    {nodeNameParameterIgnored, "node-name-parameter-ignored", warning,
+     "a parameter in the node's name is not read",
+     "Write \"Name [key: value, key: value]\": one space after each colon and comma, none in a value."},
+    {nodeParameterRepeated, "node-parameter-repeated", warning,
+     "a parameter in the node's name has the name of another or of a fixed attribute, and is not written",
+     "Give each parameter a name of its own."},
+    {nodeNameShared, "node-name-shared", warning, "several meshes have this name and share one mesh file",
+     "Rename them: the mesh written last replaces the others."},
+    {panelFlat, "panel-flat", warning, "the web panel has no extent in x or y, so its resolution means nothing",
+     "A panel lies in the x-y plane of its own object; set qv_wt_res_h to fix the resolution."},
+    {meshExtentTiny, "mesh-extent-tiny", warning,
+     "the mesh is smaller than 0.01 units, and coordinates are written with six decimals", "Scale the scene up."},
+    {meshExtentHuge, "mesh-extent-huge", warning,
+     "the mesh is larger than 100,000 units, where single precision becomes coarse", "Scale the scene down."},
+    {fileNotWritten, "file-not-written", error, "the file could not be written",
+     "Check free space and permissions of the folder, and export again."},
+    {fileNotRead, "file-not-read", warning, "the file could not be read", ""},
+    {dialogNotShown, "dialog-not-shown", warning, "the options dialog could not be shown; the settings are used as they are", ""},
+});
+// clang-format on
+
+constexpr bool isInOrder() {
+    for (std::size_t i = 0; i < kCatalogue.size(); ++i) {
+        if (static_cast<std::size_t>(kCatalogue[i].id) != i) return false;
+    }
+    return true;
+}
+static_assert(isInOrder(), "the catalogue lists its messages in the order of MessageId");
+
+}  // namespace
+
+std::span<const Message> messageCatalogue() { return kCatalogue; }
+
+const Message& message(MessageId id) { return kCatalogue.at(static_cast<std::size_t>(id)); }
+
+std::string_view severityName(Severity severity) {
+    switch (severity) {
+        case note: return "note";
+        case warning: return "warning";
+        case skipped: return "skipped";
+        case error: return "error";
+    }
+    return "";
+}
+
+}  // namespace velinor

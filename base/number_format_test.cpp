@@ -1,0 +1,71 @@
+#include "base/number_format.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+
+namespace velinor {
+namespace {
+
+std::string fixed6(double value) {
+    std::string text;
+    appendFixed6(text, value);
+    return text;
+}
+
+std::string byTheCLibrary(double value) {
+    char buffer[400];
+    std::snprintf(buffer, sizeof buffer, "%f", value);
+    return buffer;
+}
+
+TEST(AppendFixed6, WritesSixDecimals) {
+    EXPECT_EQ(fixed6(0.0), "0.000000");
+    EXPECT_EQ(fixed6(-0.0), "-0.000000");
+    EXPECT_EQ(fixed6(1.5), "1.500000");
+    EXPECT_EQ(fixed6(0.1F), "0.100000");
+    EXPECT_EQ(fixed6(-4e-7), "-0.000000");
+    EXPECT_EQ(fixed6(16777216.0), "16777216.000000");
+    EXPECT_EQ(fixed6(0.0000005), "0.000000");
+    EXPECT_EQ(fixed6(0.5 / 1048576), "0.000000");
+    EXPECT_EQ(fixed6(std::numeric_limits<float>::max()), "340282346638528859811704183484516925440.000000");
+}
+
+TEST(AppendFixed6, AppendsToWhatIsThere) {
+    std::string text = "x: ";
+    appendFixed6(text, 2);
+    EXPECT_EQ(text, "x: 2.000000");
+}
+
+TEST(AppendFixed6, AgreesWithTheCLibraryOnSpecialValues) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const double value : {infinity, -infinity, nan, std::copysign(nan, -1.0),
+                               std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
+        EXPECT_EQ(fixed6(value), byTheCLibrary(value));
+    }
+}
+
+TEST(AppendFixed6, AgreesWithTheCLibraryOnRandomFloats) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 100000; ++i) {
+        const auto value = static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(random())));
+        ASSERT_EQ(fixed6(value), byTheCLibrary(value));
+    }
+}
+
+TEST(AppendFixed6, RoundsTiesAsTheCLibraryDoes) {
+    for (int i = -4096; i <= 4096; ++i) {
+        const double tie = i / 128.0 / 1000000.0 * 64.0;
+        ASSERT_EQ(fixed6(tie), byTheCLibrary(tie)) << i;
+        const double exact = (2.0 * i + 1.0) / 128.0;  // at most seven decimals: a tie in the seventh
+        ASSERT_EQ(fixed6(exact), byTheCLibrary(exact)) << i;
+    }
+}
+
+}  // namespace
+}  // namespace velinor

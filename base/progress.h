@@ -1,0 +1,29 @@
+// How long work tells that it moves. The exporter calls; a command line or a host's dialog shows.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace velinor {
+
+// Receives the progress of one export. Calls come on one thread, phases one after the other.
+class Progress {
+  public:
+    virtual ~Progress() = default;
+
+    // A phase begins; `total` is its amount of work in units of its own (nodes, bytes), 0 where it is unknown.
+    // `name` is for people ("Collecting nodes") and lives at least until the next phase begins.
+    virtual void beginPhase(std::string_view name, std::uint64_t total) = 0;
+
+    // `amount` further units of the current phase are done. Called often: implementations must be cheap.
+    virtual void advance(std::uint64_t amount) = 0;
+};
+
+// A Progress that nobody watches.
+class NoProgress final : public Progress {
+  public:
+    void beginPhase(std::string_view /*name*/, std::uint64_t /*total*/) override {}
+    void advance(std::uint64_t /*amount*/) override {}
+};
+
+}  // namespace velinor

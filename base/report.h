@@ -1,0 +1,51 @@
+// What an export tells about itself: files written, things skipped, things that look wrong.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/messages.h"
+
+namespace velinor {
+
+// A file that the export wrote.
+struct WrittenFile {
+    std::filesystem::path path;
+    std::uint64_t bytes = 0;
+
+    bool operator==(const WrittenFile&) const = default;
+};
+
+// One message about one subject.
+struct ReportEntry {
+    MessageId id;
+    std::string subject;  // UTF-8: the node's, the material's or the file's name
+    std::string detail;   // UTF-8: the values found; empty where the message says it all
+
+    bool operator==(const ReportEntry&) const = default;
+};
+
+// Collects entries in the order in which they arise. The exporter writes to it, its owner shows it.
+class Report {
+  public:
+    // Adds one message about `subject`, both UTF-8.
+    void add(MessageId id, std::string_view subject, std::string_view detail = {});
+
+    // Notes that the file `path` is complete on disk with `bytes` bytes.
+    void addWritten(const std::filesystem::path& path, std::uint64_t bytes);
+
+    const std::vector<ReportEntry>& entries() const { return entries_; }
+    const std::vector<WrittenFile>& written() const { return written_; }
+
+    // The number of entries of that severity.
+    std::size_t count(Severity severity) const;
+
+  private:
+    std::vector<ReportEntry> entries_;
+    std::vector<WrittenFile> written_;
+};
+
+}  // namespace velinor

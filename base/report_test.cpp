@@ -1,0 +1,37 @@
+#include "base/report.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace velinor {
+namespace {
+
+TEST(Report, KeepsEntriesInOrderAndCountsThemBySeverity) {
+    Report report;
+    report.add(MessageId::nodeHidden, "Box");
+    report.add(MessageId::nodeMirrored, "Chair", "determinant -1");
+    report.add(MessageId::nodeUnderDroppedParent, "Leg", "below \"Box\"");
+    report.addWritten("out/index.jsx", 15);
+
+    ASSERT_EQ(report.entries().size(), 3U);
+    EXPECT_EQ(report.entries()[1], (ReportEntry{MessageId::nodeMirrored, "Chair", "determinant -1"}));
+    EXPECT_EQ(report.count(Severity::skipped), 2U);
+    EXPECT_EQ(report.count(Severity::warning), 1U);
+    EXPECT_EQ(report.count(Severity::error), 0U);
+    ASSERT_EQ(report.written().size(), 1U);
+    EXPECT_EQ(report.written()[0], (WrittenFile{"out/index.jsx", 15}));
+}
+
+TEST(MessageCatalogue, GivesEachMessageACodeAndATextOfItsOwn) {
+    std::set<std::string_view> codes;
+    std::set<std::string_view> texts;
+    for (const Message& entry : messageCatalogue()) {
+        EXPECT_TRUE(codes.insert(entry.code).second) << entry.code;
+        EXPECT_TRUE(texts.insert(entry.text).second) << entry.code;
+        EXPECT_EQ(&message(entry.id), &entry);
+    }
+}
+
+}  // namespace
+}  // namespace velinor

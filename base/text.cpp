@@ -1,0 +1,94 @@
+#include "base/text.h"
+
+#include <utf8.h>
+
+#include <iterator>
+
+namespace velinor {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+constexpr bool isLeadSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool isTrailSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+// The code point that starts at `text[at]`; moves `at` past it.
+char32_t nextCodePoint(std::u16string_view text, std::size_t& at) {
+    const char16_t unit = text[at++];
+    if (isLeadSurrogate(unit) && at < text.size() && isTrailSurrogate(text[at])) {
+        const char32_t high = static_cast<char32_t>(unit - 0xD800) << 10U;
+        return 0x10000U + high + (text[at++] - 0xDC00U);
+    }
+    return isLeadSurrogate(unit) || isTrailSurrogate(unit) ? kReplacement : unit;
+}
+
+}  // namespace
+
+std::string toUtf8(std::u16string_view utf16) {
+    std::string utf8;
+    utf8.reserve(utf16.size());
+    for (std::size_t at = 0; at < utf16.size();) {
+        const char32_t point = nextCodePoint(utf16, at);
+        if (point < 0x80) {
+            utf8.push_back(static_cast<char>(point));
+        } else {
+            ::utf8::unchecked::append(point, std::back_inserter(utf8));
+        }
+    }
+    return utf8;
+}
+
+std::optional<std::u16string> toUtf16(std::string_view utf8) {
+    if (!::utf8::is_valid(utf8.begin(), utf8.end())) return std::nullopt;
+    std::u16string utf16;
+    utf16.reserve(utf8.size());
+    ::utf8::unchecked::utf8to16(utf8.begin(), utf8.end(), std::back_inserter(utf16));
+    return utf16;
+}
+
+std::u16string toUtf16Lossy(std::string_view bytes) {
+    std::string repaired;
+    repaired.reserve(bytes.size());
+    ::utf8::replace_invalid(bytes.begin(), bytes.end(), std::back_inserter(repaired), kReplacement);
+    return toUtf16(repaired).value_or(std::u16string());
+}
+
+std::string lowBytes(std::u16string_view utf16) {
+    std::string bytes;
+    bytes.reserve(utf16.size());
+    for (const char16_t unit : utf16) bytes.push_back(static_cast<char>(unit & 0xFFU));
+    return bytes;
+}
+
+std::filesystem::path toPath(std::u16string_view utf16) {
+#ifdef _WIN32
+    return std::filesystem::path(utf16.begin(), utf16.end());
+#else
+    return std::filesystem::path(toUtf8(utf16));
+#endif
+}
+
+std::string narrowPath(const std::filesystem::path& path) { return path.string(); }
+
+std::string printable(std::string_view text) {
+    constexpr std::string_view kHex = "0123456789abcdef";
+    std::string line;
+    line.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            line += "\\n";
+        } else if (c == '\t') {
+            line += "\\t";
+        } else if (c == '\r') {
+            line += "\\r";
+        } else if (byte < 0x20 || byte == 0x7F) {
+            line += {'\\', 'x', kHex[byte >> 4U], kHex[byte & 0xFU]};
+        } else {
+            line.push_back(c);
+        }
+    }
+    return line;
+}
+
+}  // namespace velinor

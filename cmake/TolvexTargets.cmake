@@ -1,0 +1,40 @@
+# How this project declares its targets: one library a folder, one test program a folder.
+
+# Compiler flags of every target of ours; never set globally, so that dependencies keep their own.
+add_library(tolvex_flags INTERFACE)
+target_compile_features(tolvex_flags INTERFACE cxx_std_20)
+target_include_directories(tolvex_flags INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tolvex_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wundef
+    # A fused multiply-add would change the last bits of what is written.
+    -ffp-contract=off
+    $<$<BOOL:${TOLVEX_WARNINGS_AS_ERRORS}>:-Werror>)
+if(TOLVEX_SANITIZE)
+    target_compile_options(tolvex_flags INTERFACE
+        -fsanitize=${TOLVEX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tolvex_flags INTERFACE -fsanitize=${TOLVEX_SANITIZE})
+endif()
+if(TOLVEX_FUZZ)
+    target_compile_options(tolvex_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# tolvex_library(NAME SOURCES ... [PUBLIC targets...] [PRIVATE targets...])
+# Declares the library tolvex::NAME of a folder. PUBLIC and PRIVATE are its arrows to other targets.
+function(tolvex_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(tolvex_${name} STATIC ${arg_SOURCES})
+    add_library(tolvex::${name} ALIAS tolvex_${name})
+    target_link_libraries(tolvex_${name} PUBLIC tolvex_flags ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+endfunction()
+
+# tolvex_tests(NAME SOURCES ... [LIBRARIES targets...])
+# Declares the test program of a folder and registers each of its tests with CTest.
+function(tolvex_tests name)
+    if(NOT TOLVEX_TESTS)
+        return()
+    endif()
+    cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name}_tests ${arg_SOURCES})
+    target_link_libraries(${name}_tests PRIVATE tolvex_flags ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}/" PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,34 @@
+#include "platform/text_file.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace velinor {
+
+TextFile::TextFile(const std::filesystem::path& path) {
+    errno = 0;
+    stream_.open(path, std::ios::out | std::ios::trunc);
+    noteFailure();
+}
+
+void TextFile::write(std::string_view text) {
+    errno = 0;
+    stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
+    bytes_ += text.size();
+    noteFailure();
+}
+
+bool TextFile::close() {
+    errno = 0;
+    if (stream_.is_open()) stream_.close();
+    noteFailure();
+    return error_.empty();
+}
+
+void TextFile::noteFailure() {
+    if (stream_.good() || !error_.empty()) return;
+    // Streams do not say why they failed; the C library underneath leaves its reason here.
+    error_ = errno != 0 ? std::generic_category().message(errno) : std::string("the file cannot be written");
+}
+
+}  // namespace velinor

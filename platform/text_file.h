@@ -1,0 +1,37 @@
+// Text files of a package: written front to back in pieces, with the line ends of the platform.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace velinor {
+
+// A text file open for writing; an existing file is truncated. Lines end as the platform ends them: a line feed stays
+// one, except on Windows, where it becomes CR LF. Errors never throw: they are kept, and close() tells.
+class TextFile {
+  public:
+    explicit TextFile(const std::filesystem::path& path);
+
+    void write(std::string_view text);
+
+    // Writes out what is buffered and closes the file. True where everything since the opening is in the file.
+    bool close();
+
+    // What went wrong first, in the system's words ("No space left on device"); empty where nothing did.
+    const std::string& error() const { return error_; }
+
+    // The number of bytes handed to write() so far.
+    std::uint64_t bytesWritten() const { return bytes_; }
+
+  private:
+    void noteFailure();
+
+    std::ofstream stream_;
+    std::uint64_t bytes_ = 0;
+    std::string error_;
+};
+
+}  // namespace velinor

@@ -1,0 +1,67 @@
+#include "platform/text_file.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace velinor {
+namespace {
+
+std::filesystem::path freshFile(const char* name) {
+    const auto path = std::filesystem::temp_directory_path() / (std::string("tolvex_text_file_test_") + name);
+    std::filesystem::remove_all(path);
+    return path;
+}
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+TEST(TextFile, HoldsWhatWasWrittenInOrder) {
+    const auto path = freshFile("order");
+    TextFile file(path);
+    file.write("a\n");
+    file.write("");
+    file.write("b\n");
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(file.error(), "");
+    EXPECT_EQ(file.bytesWritten(), 4U);
+    EXPECT_EQ(contentOf(path), "a\nb\n");
+}
+
+TEST(TextFile, ReplacesAnExistingFile) {
+    const auto path = freshFile("replace");
+    std::ofstream(path) << "a longer text than the new one";
+    TextFile file(path);
+    file.write("new");
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(contentOf(path), "new");
+}
+
+TEST(TextFile, TellsWhyItCannotBeOpened) {
+    TextFile file(freshFile("missing_folder") / "file");
+    file.write("text");
+    EXPECT_FALSE(file.close());
+    EXPECT_EQ(file.error(), "No such file or directory");
+}
+
+#ifdef __linux__
+TEST(TextFile, TellsThatTheDiskIsFull) {
+    TextFile file("/dev/full");
+    file.write(std::string(100000, 'x'));
+    EXPECT_FALSE(file.close());
+    EXPECT_EQ(file.error(), "No space left on device");
+}
+
+TEST(TextFile, TellsThatTheDiskIsFullWhenTheLastBytesAreWrittenOut) {
+    TextFile file("/dev/full");
+    file.write("x");
+    EXPECT_FALSE(file.close());
+    EXPECT_EQ(file.error(), "No space left on device");
+}
+#endif
+
+}  // namespace
+}  // namespace velinor
