@@ -66,16 +66,24 @@ static_assert(isInOrder(), "the catalogue lists its messages in the order of Mes
 
 }  // namespace
 
-std::span<const Message> messageCatalogue() { return kCatalogue; }
+std::span<const Message> messageCatalogue() {
+    return kCatalogue;
+}
 
-const Message& message(MessageId id) { return kCatalogue.at(static_cast<std::size_t>(id)); }
+const Message& message(MessageId id) {
+    return kCatalogue.at(static_cast<std::size_t>(id));
+}
 
 std::string_view severityName(Severity severity) {
     switch (severity) {
-        case note: return "note";
-        case warning: return "warning";
-        case skipped: return "skipped";
-        case error: return "error";
+        case note:
+            return "note";
+        case warning:
+            return "warning";
+        case skipped:
+            return "skipped";
+        case error:
+            return "error";
     }
     return "";
 }

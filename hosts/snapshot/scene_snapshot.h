@@ -1,9 +1,9 @@
 // A whole scene as one value: everything that an export asks of its host, as the host would answer, nothing
 // interpreted. Every file reader produces one, tests write one in code, and SnapshotHost makes a host of one.
 //
-// Host space is Z-up and right-handed, vectors are rows, lengths are scene units, colours are linear. References are
-// zero-based indices into the lists of the scene. The member names of the file format stand as trailing comments
-// where they differ from the field's name. docs/scene-snapshot.md describes the format.
+// Host space is Z-up and right-handed, vectors are rows, lengths are scene units, colours are linear.
+// References are zero-based indices into the lists of the scene. The member names of the file format stand as
+// trailing comments where they differ from the field's name. docs/scene-snapshot.md describes the format.
 #pragma once
 
 #include <array>
@@ -24,22 +24,25 @@ namespace velinor {
 // A reference to an item of one of the scene's lists.
 using SnapshotRef = std::uint32_t;
 
-// The list of a node's instances, the master last. The members of a group usually hold equal lists, so the list is
-// shared: a group of 10,000 instances has one list, not 10,000. Compares by content.
+// The list of a node's instances, the master last. The members of a group usually hold equal lists, so the
+// list is shared: a group of 10,000 instances has one list, not 10,000. Compares by content.
 class InstanceList {
   public:
     explicit InstanceList(std::vector<SnapshotRef> nodes)
         : nodes_(std::make_shared<const std::vector<SnapshotRef>>(std::move(nodes))) {}
 
     const std::vector<SnapshotRef>& nodes() const { return *nodes_; }
-    bool operator==(const InstanceList& other) const { return nodes_ == other.nodes_ || *nodes_ == *other.nodes_; }
+    bool operator==(const InstanceList& other) const {
+        return nodes_ == other.nodes_ || *nodes_ == *other.nodes_;
+    }
 
   private:
     std::shared_ptr<const std::vector<SnapshotRef>> nodes_;
 };
 
 struct SnapshotObject {
-    std::int32_t type = 0;  // the host's type code: 1 light, 2 mesh, 3 spline, 4 camera, 5 helper, 6 bone, any other
+    std::int32_t type =
+        0;  // the host's type code: 1 light, 2 mesh, 3 spline, 4 camera, 5 helper, 6 bone, any other
     std::u16string className;
     std::optional<host::Box3> boundingBox;  // absent: of the mesh's vertices, else all zero
     std::optional<SnapshotRef> mesh;        // present exactly for type 2
@@ -81,13 +84,14 @@ using SnapshotRenderVertex = std::variant<host::Point3, std::vector<host::RNorma
 struct SnapshotMesh {
     std::vector<host::Point3> vertices;
     std::vector<FaceIndices> faces;
-    std::vector<std::uint32_t> smoothing;                // 1 a face, or empty: all 0
-    std::vector<std::uint16_t> materialIds;              // 1 a face, or empty: all 0
-    std::optional<std::vector<int>> activeMaterialIds;   // absent: the distinct materialIds, ascending
-    std::optional<std::int32_t> mapChannels;             // absent: the larger of 2 and the highest channel plus 1
-    std::map<std::int32_t, SnapshotMapChannel> maps;     // by channel number
-    std::vector<host::Point3> specifiedNormals;          // 1 a vertex, or empty: none
-    std::vector<std::optional<SnapshotRenderVertex>> renderVertices;  // 1 a vertex, or empty: all built from the faces
+    std::vector<std::uint32_t> smoothing;               // 1 a face, or empty: all 0
+    std::vector<std::uint16_t> materialIds;             // 1 a face, or empty: all 0
+    std::optional<std::vector<int>> activeMaterialIds;  // absent: the distinct materialIds, ascending
+    std::optional<std::int32_t> mapChannels;  // absent: the larger of 2 and the highest channel plus 1
+    std::map<std::int32_t, SnapshotMapChannel> maps;  // by channel number
+    std::vector<host::Point3> specifiedNormals;       // 1 a vertex, or empty: none
+    std::vector<std::optional<SnapshotRenderVertex>>
+        renderVertices;  // 1 a vertex, or empty: all built from the faces
 
     bool operator==(const SnapshotMesh&) const = default;
 };
@@ -108,7 +112,8 @@ struct SnapshotMapProperty {
 
 struct SnapshotProperty {
     std::u16string name;
-    std::variant<float, host::Point3, host::Point4, std::u16string, SnapshotMapProperty> value;  // value or map
+    std::variant<float, host::Point3, host::Point4, std::u16string, SnapshotMapProperty>
+        value;  // value or map
 
     bool operator==(const SnapshotProperty&) const = default;
 };

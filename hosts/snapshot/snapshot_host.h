@@ -9,8 +9,8 @@
 
 namespace velinor {
 
-// Makes a host of `scene`, which must outlive it and satisfy checkSnapshot. Relative bitmap names and asset folders
-// are meant against `folder`, the folder of the file that the scene came from.
+// Makes a host of `scene`, which must outlive it and satisfy checkSnapshot. Relative bitmap names and asset
+// folders are meant against `folder`, the folder of the file that the scene came from.
 std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene, std::filesystem::path folder);
 
 }  // namespace velinor
