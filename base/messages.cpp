@@ -39,7 +39,7 @@ constexpr auto kCatalogue = std::to_array<Message>({
      "a parameter in the node's name is not read",
      "Write \"Name [key: value, key: value]\": one space after each colon and comma, none in a value."},
     {nodeParameterRepeated, "node-parameter-repeated", warning,
-     "a parameter in the node's name has the name of another or of a fixed attribute, and is not written",
+     "parameters in the node's name bear the key of an earlier one or of a fixed attribute, and are not written",
      "Give each parameter a name of its own."},
     {nodeNameShared, "node-name-shared", warning, "several meshes have this name and share one mesh file",
      "Rename them: the mesh written last replaces the others."},

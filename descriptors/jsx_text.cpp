@@ -1,93 +1,114 @@
 #include "descriptors/jsx_text.h"
 
 #include <algorithm>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace velinor {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 16U;
 
-// Collects text and hands it on in chunks.
-class ChunkedText {
-  public:
-    explicit ChunkedText(TextSink& sink) : sink_(sink) { buffer_.reserve(2 * kChunk); }
-    ChunkedText(const ChunkedText&) = delete;
-    ChunkedText& operator=(const ChunkedText&) = delete;
-    ~ChunkedText() = default;
-
-    void add(std::string_view text) {
-        buffer_.append(text);
-        if (buffer_.size() >= kChunk) flush();
-    }
-
-    void addTabs(std::size_t count) {
-        for (std::size_t left = count; left > 0;) {
-            const std::size_t piece = std::min(left, kChunk);
-            buffer_.append(piece, '\t');
-            left -= piece;
-            if (buffer_.size() >= kChunk) flush();
-        }
-    }
-
-    void flush() {
-        sink_.write(buffer_);
-        buffer_.clear();
-    }
-
-  private:
-    TextSink& sink_;
-    std::string buffer_;
-};
-
-void openTag(const Element& element, std::size_t depth, ChunkedText& text) {
-    text.addTabs(depth);
-    text.add("<");
-    text.add(element.name);
-    for (const auto& [key, value] : element.attributes) {
-        text.add("\n");
-        text.addTabs(depth + 1);
-        const bool isSpread = key == "...";
-        text.add(isSpread ? "{...{ " : std::string_view(key));
-        text.add(value);
-        if (isSpread) text.add(" }}");
-    }
-    text.add(">\n");
-}
-
-void closeTag(const Element& element, std::size_t depth, ChunkedText& text) {
-    text.addTabs(depth);
-    text.add("</");
-    text.add(element.name);
-    text.add(">\n");
-}
-
 }  // namespace
+
+JsxWriter::JsxWriter(TextSink& sink, int depth) : sink_(sink), depth_(static_cast<std::size_t>(depth)) {
+    buffer_.reserve(2 * kChunk);
+}
+
+void JsxWriter::addSibling(std::string_view name, std::span<const JsxAttribute> attributes) {
+    closeTo(current_);
+    openTag(name, attributes);
+    last_ = current_ + 1;
+}
+
+void JsxWriter::addChild(std::string_view name, std::span<const JsxAttribute> attributes) {
+    current_ = last_;
+    addSibling(name, attributes);
+}
+
+void JsxWriter::ascend() {
+    if (current_ == 0) return;
+    last_ = current_;
+    --current_;
+}
+
+void JsxWriter::finish() {
+    closeTo(0);
+    sink_.write(buffer_);
+    buffer_.clear();
+}
+
+void JsxWriter::openTag(std::string_view name, std::span<const JsxAttribute> attributes) {
+    const std::size_t indent = depth_ + open_.size();
+    addTabs(indent);
+    buffer_ += '<';
+    buffer_ += name;
+    for (const auto& [key, value] : attributes) {
+        buffer_ += '\n';
+        addTabs(indent + 1);
+        const bool isSpread = key == "...";
+        buffer_ += isSpread ? "{...{ " : key;
+        buffer_ += value;
+        if (isSpread) buffer_ += " }}";
+    }
+    buffer_ += ">\n";
+    open_.emplace_back(name);
+    flushIfLong();
+}
+
+void JsxWriter::closeTo(std::size_t level) {
+    while (open_.size() > level) {
+        addTabs(depth_ + open_.size() - 1);
+        buffer_ += "</";
+        buffer_ += open_.back();
+        buffer_ += ">\n";
+        open_.pop_back();
+        flushIfLong();
+    }
+}
+
+void JsxWriter::addTabs(std::size_t count) {
+    while (count > 0) {
+        const std::size_t piece = std::min(count, kChunk);
+        buffer_.append(piece, '\t');
+        count -= piece;
+        flushIfLong();
+    }
+}
+
+void JsxWriter::flushIfLong() {
+    if (buffer_.size() < kChunk) return;
+    sink_.write(buffer_);
+    buffer_.clear();
+}
 
 void renderJsx(const ElementList& elements, int depth, TextSink& sink) {
     struct Level {
         ElementList::iterator next;
         ElementList::iterator end;
-        const Element* owner;
+        bool isFirst = true;
     };
-    ChunkedText text(sink);
-    const auto baseDepth = static_cast<std::size_t>(depth);
-    std::vector<Level> levels{{elements.begin(), elements.end(), nullptr}};
+    JsxWriter writer(sink, depth);
+    std::vector<JsxAttribute> attributes;
+    std::vector<Level> levels{{elements.begin(), elements.end()}};
     while (!levels.empty()) {
         Level& level = levels.back();
-        if (level.next != level.end) {
-            const Element& element = *level.next++;
-            openTag(element, baseDepth + levels.size() - 1, text);
-            levels.push_back({element.children.begin(), element.children.end(), &element});
+        if (level.next == level.end) {
+            if (!level.isFirst) writer.ascend();
+            levels.pop_back();
             continue;
         }
-        const Element* owner = level.owner;
-        levels.pop_back();
-        if (owner != nullptr) closeTag(*owner, baseDepth + levels.size() - 1, text);
+        const Element& element = *level.next++;
+        attributes.clear();
+        for (const auto& [key, value] : element.attributes)
+            attributes.push_back({key, value});
+        if (level.isFirst && levels.size() > 1) {
+            writer.addChild(element.name, attributes);
+        } else {
+            writer.addSibling(element.name, attributes);
+        }
+        level.isFirst = false;
+        if (!element.children.empty()) levels.push_back({element.children.begin(), element.children.end()});
     }
-    text.flush();
+    writer.finish();
 }
 
 }  // namespace velinor

@@ -1,13 +1,15 @@
 #include "descriptors/scene_descriptor.h"
 
 #include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/number_format.h"
 #include "base/text.h"
-#include "descriptors/element_tree.h"
 #include "descriptors/jsx_text.h"
 #include "descriptors/sun_positioner.h"
 #include "host/object.h"
@@ -21,40 +23,34 @@ using host::GMatrix;
 using host::Point3;
 using host::Quat;
 
-// Each value of a list of "label number" pairs between double braces, e.g. "{{ x: 1.000000, y: 2.000000 }}".
-template <std::size_t Count>
-std::string braced(const std::pair<const char*, float> (&values)[Count]) {
-    std::string text = "{{ ";
-    text.reserve(64);
-    const char* separator = "";
-    for (const auto& [label, value] : values) {
-        text += separator;
-        text += label;
-        text += ": ";
-        appendFixed6(text, double{value});
-        separator = ", ";
+// A text between double braces, e.g. "{{ x: 1.000000, y: 2.000000 }}". Made anew for each attribute, in one
+// place: a text stays valid until the next one of the same writer.
+class BracedText {
+  public:
+    std::string_view vector(const Point3& v) { return of({{"x: ", v.x}, {", y: ", v.y}, {", z: ", v.z}}); }
+
+    std::string_view quaternion(const Quat& q) {
+        return of({{"w: ", q.w}, {", x: ", q.x}, {", y: ", q.y}, {", z: ", q.z}});
     }
-    text += " }}";
-    return text;
-}
 
-std::string vectorText(const Point3& v) {
-    return braced({{"x", v.x}, {"y", v.y}, {"z", v.z}});
-}
+    std::string_view colour(const Point3& c) { return of({{"r: ", c.x}, {", g: ", c.y}, {", b: ", c.z}}); }
 
-std::string quatText(const Quat& q) {
-    return braced({{"w", q.w}, {"x", q.x}, {"y", q.y}, {"z", q.z}});
-}
+  private:
+    std::string_view of(std::initializer_list<std::pair<std::string_view, float>> values) {
+        text_ = "{{ ";
+        for (const auto& [label, value] : values) {
+            text_ += label;
+            appendFixed6(text_, double{value});
+        }
+        return text_ += " }}";
+    }
+
+    std::string text_;
+};
 
 // A colour channel of a light as the runtime takes it, 0 to 1. What is not a number counts as no light.
 float channel(float value) {
-    return value >= 0 || value < 0 ? std::clamp(value, 0.0F, 1.0F) : 0.0F;
-}
-
-std::string colourText(const Point3& colour, float intensity, float fraction) {
-    return braced({{"r", channel(colour.x * intensity * fraction)},
-                   {"g", channel(colour.y * intensity * fraction)},
-                   {"b", channel(colour.z * intensity * fraction)}});
+    return std::isnan(value) ? 0.0F : std::clamp(value, 0.0F, 1.0F);
 }
 
 const char* lightTypeName(std::int32_t type) {
@@ -77,22 +73,56 @@ struct OpenRecord {
     bool isFirst = true;
 };
 
-// Turns the record tree into elements. Only the order of writing is here; text is made by the functions
-// above.
+// A node's attributes in the order in which they count: of equal keys the first one is written.
+class NodeAttributes {
+  public:
+    // `key` and `value` must outlive the list; fixed attributes come in ascending order.
+    void addFixed(std::string_view key, std::string_view value) { attributes_.push_back({key, value}); }
+
+    // Adds the parameters of a node's name. The number of those that are not written, for their key is taken.
+    std::size_t addParameters(const SceneNodeRecord& record) {
+        const std::size_t count = record.paramKeys.size();
+        if (count == 0) return 0;
+        texts_.reserve(2 * count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string& key = texts_.emplace_back(record.paramKeys[i] + "=");
+            attributes_.push_back({key, texts_.emplace_back('"' + record.paramValues[i] + '"')});
+        }
+        std::ranges::stable_sort(attributes_, {}, &JsxAttribute::key);
+        const auto repeated = std::ranges::unique(attributes_, {}, &JsxAttribute::key);
+        const std::size_t left = repeated.size();
+        attributes_.erase(repeated.begin(), repeated.end());
+        return left;
+    }
+
+    void clear() {
+        attributes_.clear();
+        texts_.clear();
+    }
+
+    operator std::span<const JsxAttribute>() const { return attributes_; }
+
+  private:
+    std::vector<JsxAttribute> attributes_;
+    std::vector<std::string> texts_;  // what the parameters' keys and values point at
+};
+
+// Writes the record tree as elements. What an element looks like is above; here is their order.
 class SceneWriter {
   public:
-    SceneWriter(const ExportSettings& settings, Report& report) : settings_(settings), report_(report) {}
+    SceneWriter(const ExportSettings& settings, TextSink& sink, Report& report)
+        : settings_(settings), report_(report), jsx_(sink, 0) {}
 
     // Depth first over the tree below `root`. An explicit stack, since scenes can be deeper than the call
     // stack.
     void writeTree(const SceneNodeRecord& root, Progress& progress) {
-        builder_.addSibling("root");
+        jsx_.addSibling("root");
         std::vector<OpenRecord> open;
         open.push_back({root.children.begin(), root.children.end(), GMatrix().Inverse()});
         while (!open.empty()) {
             OpenRecord& level = open.back();
             if (level.next == level.end) {
-                if (!level.isFirst) builder_.ascend();
+                if (!level.isFirst) jsx_.ascend();
                 open.pop_back();
                 continue;
             }
@@ -104,9 +134,8 @@ class SceneWriter {
                 open.push_back({record.children.begin(), record.children.end(), objectToPackage.Inverse()});
             }
         }
+        jsx_.finish();
     }
-
-    const ElementList& elements() const { return builder_.elements(); }
 
   private:
     void writeNode(const SceneNodeRecord& record, const GMatrix& objectToParent, bool isFirst) {
@@ -114,51 +143,46 @@ class SceneWriter {
         if (transform.isMirrored || transform.isSingular || !objectToParent.IsFinite()) {
             reportTransform(record, transform, objectToParent.IsFinite());
         }
-        switch (record.kind) {
-            case SceneNodeKind::Helper:
-                return addNode(record, placement(transform), isFirst);
-            case SceneNodeKind::Mesh:
-                return writeMesh(record, transform, isFirst);
-            case SceneNodeKind::Light:
-                return writeLight(record, transform, objectToParent, isFirst);
-        }
+        if (record.kind == SceneNodeKind::Light)
+            return writeLight(record, transform, objectToParent, isFirst);
+        attributes_.clear();
+        attributes_.addFixed("orientation=", orientation_.quaternion(transform.orientation));
+        attributes_.addFixed("position=", position_.vector(transform.position));
+        attributes_.addFixed("scale=", scale_.vector(transform.scale));
+        addNode(record, isFirst);
+        if (record.kind == SceneNodeKind::Mesh) addMeshElement(record);
     }
 
-    static Attributes placement(const NodeTransform& transform) {
-        return {{"position=", vectorText(transform.position)},
-                {"orientation=", quatText(transform.orientation)},
-                {"scale=", vectorText(transform.scale)}};
-    }
-
-    // Adds the record's "node" with its fixed attributes and the parameters of its name; the first of two
-    // equal keys stays.
-    void addNode(const SceneNodeRecord& record, Attributes attributes, bool isFirst) {
-        for (std::size_t i = 0; i < record.paramKeys.size(); ++i) {
-            const auto [place, isNew] =
-                attributes.try_emplace(record.paramKeys[i] + "=", '"' + record.paramValues[i] + '"');
-            if (!isNew) {
-                report_.add(MessageId::nodeParameterRepeated, toUtf8(record.node->GetName()),
-                            record.paramKeys[i]);
-            }
+    // Adds the record's "node" with the fixed attributes and the parameters of its name.
+    void addNode(const SceneNodeRecord& record, bool isFirst) {
+        const std::size_t left = attributes_.addParameters(record);
+        if (left > 0) {
+            report_.add(MessageId::nodeParameterRepeated, toUtf8(record.node->GetName()),
+                        std::to_string(left) + " of " + std::to_string(record.paramKeys.size()));
         }
         if (isFirst) {
-            builder_.addChild("node", std::move(attributes));
+            jsx_.addChild("node", attributes_);
         } else {
-            builder_.addSibling("node", std::move(attributes));
+            jsx_.addSibling("node", attributes_);
         }
     }
 
-    void writeMesh(const SceneNodeRecord& record, const NodeTransform& transform, bool isFirst) {
-        addNode(record, placement(transform), isFirst);
+    void addMeshElement(const SceneNodeRecord& record) {
         const std::string name =
             record.isInstanceMaster ? nodeNameUtf8(*record.node).name : record.masterName;
-        builder_.addChild(
-            "mesh", {{"...", "url: '" + name + ".mesh'"},
-                     {"physical=",
-                      "{{ raycast: true, shapes: [ { shape: \"mesh\", mass: 1, offset: { x: 0, y: 0, z: 0 }, "
-                      "rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: \"" +
-                          name + ".mesh_phy.obj\" } ] }}"}});
-        builder_.ascend();
+        const std::string url = "url: '" + name + ".mesh'";
+        const std::string shapes =
+            "{{ raycast: true, shapes: [ { shape: \"mesh\", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: "
+            "{ w: 1, "
+            "x: 0, y: 0, z: 0 }, mesh: \"" +
+            name + ".mesh_phy.obj\" } ] }}";
+        addLeaf("mesh", {{"...", url}, {"physical=", shapes}});
+    }
+
+    // Adds the one element of its own that a "node" holds.
+    void addLeaf(std::string_view name, std::initializer_list<JsxAttribute> attributes) {
+        jsx_.addChild(name, {attributes.begin(), attributes.size()});
+        jsx_.ascend();
     }
 
     // What a light's elements are written from.
@@ -187,27 +211,35 @@ class SceneWriter {
         return light;
     }
 
+    // Writes the light, and its helper light where there is one.
     void writeLight(const SceneNodeRecord& record, const NodeTransform& transform,
                     const GMatrix& objectToParent, bool isFirst) {
         const Light light = lightOf(*record.node, transform, objectToParent);
-        const std::string position = vectorText(transform.position);
-        addNode(record, {{"position=", position}, {"orientation=", quatText(light.orientation)}}, isFirst);
+        attributes_.clear();
+        attributes_.addFixed("orientation=", orientation_.quaternion(light.orientation));
+        attributes_.addFixed("position=", position_.vector(transform.position));
+        addNode(record, isFirst);
         addLightElement(light, 1.0F);
         if (std::string_view(light.type) != "directional" || !settings_.helperLights) return;
         // The helper light shines the other way. The light's children come to stand in its node: the
         // runtime's scenes have always had them there.
-        builder_.addSibling("node", {{"position=", position},
-                                     {"orientation=", quatText(host::Conjugate(light.orientation))}});
+        attributes_.clear();
+        attributes_.addFixed("orientation=", orientation_.quaternion(host::Conjugate(light.orientation)));
+        attributes_.addFixed("position=", position_.vector(transform.position));
+        jsx_.addSibling("node", attributes_);
         addLightElement(light, settings_.helperLightFraction);
     }
 
     void addLightElement(const Light& light, float fraction) {
-        const std::string colour = colourText(light.colour, light.intensity, fraction);
-        builder_.addChild("light", {{"...", std::string("lighttype: \"") + light.type + '"'},
-                                    {"direction=", "{{ x: 0, y: -1, z: 0 }}"},
-                                    {"diffuse=", colour},
-                                    {"specular=", colour}});
-        builder_.ascend();
+        const auto scaled = [&](float value) { return channel(value * light.intensity * fraction); };
+        const std::string type = std::string("lighttype: \"") + light.type + '"';
+        BracedText text;
+        const std::string_view colour =
+            text.colour({scaled(light.colour.x), scaled(light.colour.y), scaled(light.colour.z)});
+        addLeaf("light", {{"...", type},
+                          {"diffuse=", colour},
+                          {"direction=", "{{ x: 0, y: -1, z: 0 }}"},
+                          {"specular=", colour}});
     }
 
     void reportTransform(const SceneNodeRecord& record, const NodeTransform& transform, bool isFinite) {
@@ -215,24 +247,28 @@ class SceneWriter {
         if (!isFinite) {
             report_.add(MessageId::nodeNotFinite, name);
         } else if (transform.isSingular) {
-            report_.add(MessageId::nodeSingular, name, "scale " + vectorText(transform.scale));
+            report_.add(MessageId::nodeSingular, name,
+                        "scale " + std::string(scale_.vector(transform.scale)));
         } else {
-            report_.add(MessageId::nodeMirrored, name, "scale " + vectorText(transform.scale));
+            report_.add(MessageId::nodeMirrored, name,
+                        "scale " + std::string(scale_.vector(transform.scale)));
         }
     }
 
     const ExportSettings& settings_;
     Report& report_;
-    ElementTreeBuilder builder_;
+    JsxWriter jsx_;
+    NodeAttributes attributes_;
+    BracedText position_;
+    BracedText orientation_;
+    BracedText scale_;
 };
 
 }  // namespace
 
 void writeSceneDescriptor(const SceneNodeRecord& rootRecord, const ExportSettings& settings, TextSink& sink,
                           Report& report, Progress& progress) {
-    SceneWriter writer(settings, report);
-    writer.writeTree(rootRecord, progress);
-    renderJsx(writer.elements(), 0, sink);
+    SceneWriter(settings, sink, report).writeTree(rootRecord, progress);
 }
 
 }  // namespace velinor
