@@ -338,6 +338,37 @@ TEST_F(AssimpFiles, NamesThatAreNoUtf8AreWindows1252) {
     EXPECT_EQ(read.scene.nodes[0].name.substr(0, 5), u"Sch\u00F6n");
 }
 
+TEST_F(AssimpFiles, AChainOfNodesKeepsItsOrderAndPlace) {
+    constexpr int kDepth = 3000;
+    std::string nodes;
+    for (int i = 0; i < kDepth; ++i) {
+        nodes += R"({"name":"n)" + std::to_string(i) + R"(","translation":[0,0.5,0])";
+        nodes += i + 1 < kDepth ? R"(,"children":[)" + std::to_string(i + 1) + "]}," : "}";
+    }
+    const ReadScene read =
+        this->read("a.gltf", gltf(R"("scene":0,"scenes":[{"nodes":[0]}],"nodes":[)" + nodes + "]"));
+    ASSERT_EQ(read.scene.nodes.size(), std::size_t{kDepth});
+    EXPECT_EQ(faultOf(read.scene), "");
+    for (int i = 0; i + 1 < kDepth; ++i) {
+        ASSERT_EQ(read.scene.nodes[static_cast<std::size_t>(i)].children,
+                  (std::vector<SnapshotRef>{static_cast<SnapshotRef>(i + 1)}));
+    }
+    expectAt(read.scene.nodes.back(), 0, 0, kDepth * 0.5F, 0);
+}
+
+TEST_F(AssimpFiles, ANameThatTheLibraryCutsIsTold) {
+    // 1023 bytes are kept, which cuts the last of these two-byte characters.
+    std::string name = "x";
+    for (int i = 0; i < 600; ++i)
+        name += "\xC3\xA4";
+    const ReadScene read = this->read(
+        "a.gltf",
+        gltf(R"("scene":0,"scenes":[{"nodes":[0,1]}],"nodes":[{"name":"B"},{"name":")" + name + R"("}])"));
+    const std::u16string& kept = read.scene.nodes.at(1).name;
+    EXPECT_EQ(kept, u"x" + std::u16string(511, u'\u00E4'));
+    EXPECT_TRUE(read.isNoted(toUtf8(kept), "cut"));
+}
+
 TEST_F(AssimpFiles, WhatCannotBeReadIsRefusedInOneLineWithTheFilesName) {
     const std::filesystem::path folder = folder_.path();
     std::filesystem::create_directory(folder / "folder.obj");
