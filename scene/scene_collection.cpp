@@ -151,15 +151,14 @@ void reportSharedNames(const CollectionContext& context) {
     std::vector<std::pair<std::size_t, IGameNode*>> byHash;
     byHash.reserve(context.scene.meshNodes.size());
     for (IGameNode* node : context.scene.meshNodes) {
-        byHash.emplace_back(std::hash<std::u16string_view>()(node->GetName()), node);
+        byHash.emplace_back(std::hash<std::string>()(nodeNameUtf8(*node).name), node);
     }
     std::ranges::stable_sort(byHash, {}, &std::pair<std::size_t, IGameNode*>::first);
     for (std::size_t i = 1; i < byHash.size(); ++i) {
-        if (byHash[i].first != byHash[i - 1].first ||
-            byHash[i].second->GetName() != byHash[i - 1].second->GetName()) {
-            continue;
-        }
-        context.report.add(MessageId::nodeNameShared, nameForReport(*byHash[i].second));
+        const auto& [hash, node] = byHash[i];
+        const auto& [previousHash, previous] = byHash[i - 1];
+        if (hash != previousHash || nodeNameUtf8(*node).name != nodeNameUtf8(*previous).name) continue;
+        context.report.add(MessageId::nodeNameShared, nameForReport(*node));
     }
 }
 
