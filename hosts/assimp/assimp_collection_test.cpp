@@ -85,5 +85,14 @@ TEST_F(ModelTest, EveryFileIsReadOrRefusedAndNothingIsPrinted) {
     EXPECT_GT(read, 300);
 }
 
+// Here and not among the other refusals: the library's reader of this format loses the memory of the missing
+// nodes.
+TEST_F(ModelTest, FilesWhoseNodeTreeHasAHoleAreRefused) {
+    const ScratchFolder folder;
+    for (const char* name : {"RAW/WithColor.raw", "RAW/WithTexture.raw"}) {
+        EXPECT_EQ(outcomeOf(models() / name, folder.path() / "output"), kRefused) << name;
+    }
+}
+
 }  // namespace
 }  // namespace velinor
