@@ -114,6 +114,93 @@ TEST_F(AssimpFiles, FbxUserPropertiesOfMaxAreTheLinesThatAreIntegers) {
     EXPECT_EQ(read.scene.roots, (std::vector<SnapshotRef>{0}));
 }
 
+// A model of an ASCII FBX file with the given lines of properties.
+std::string fbxModel(int id, const std::string& name, const std::string& kind,
+                     const std::string& properties) {
+    return "\tModel: " + std::to_string(id) + ", \"Model::" + name + "\", \"" + kind +
+           "\" {\n\t\tVersion: 232\n\t\tProperties70:  {\n" + properties + "\t\t}\n\t}\n";
+}
+
+// A triangle with two UV sets, of which the first in the file is the host's channel 3.
+std::string fbxTriangle(int id) {
+    const auto uvSet = [](int index, const char* name, const char* values) {
+        return "\t\tLayerElementUV: " + std::to_string(index) + " {\n\t\t\tVersion: 101\n\t\t\tName: \"" +
+               name +
+               "\"\n\t\t\tMappingInformationType: \"ByPolygonVertex\"\n\t\t\tReferenceInformationType: "
+               "\"Direct\"\n" +
+               "\t\t\tUV: *6 {\n\t\t\t\ta: " + values + "\n\t\t\t}\n\t\t}\n";
+    };
+    const auto layer = [](int index) {
+        const std::string number = std::to_string(index);
+        return "\t\tLayer: " + number + " {\n\t\t\tVersion: 100\n\t\t\tLayerElement:  {\n\t\t\t\tType: " +
+               "\"LayerElementUV\"\n\t\t\t\tTypedIndex: " + number + "\n\t\t\t}\n\t\t}\n";
+    };
+    return "\tGeometry: " + std::to_string(id) +
+           ", \"Geometry::\", \"Mesh\" {\n\t\tVertices: *9 {\n\t\t\ta: 0,0,0,1,0,0,0,1,0\n\t\t}\n" +
+           "\t\tPolygonVertexIndex: *3 {\n\t\t\ta: 0,1,-3\n\t\t}\n\t\tGeometryVersion: 124\n" +
+           uvSet(0, "UVChannel_3", "0.25,0.5,0.25,0.5,0.25,0.5") + uvSet(1, "UVChannel_1", "1,0,1,0,1,0") +
+           layer(0) + layer(1) + "\t}\n";
+}
+
+std::string fbxVector(const char* name, const char* values) {
+    return std::string("\t\t\tP: \"") + name + "\", \"Vector3D\", \"Vector\", \"\"," + values + "\n";
+}
+
+TEST_F(AssimpFiles, TheObjectOffsetOfFbxMovesTheObjectAndNotTheChildren) {
+    const ReadScene read = this->read(
+        "a.fbx",
+        fbx(fbxTriangle(200) +
+                fbxModel(100, "Parent", "Mesh",
+                         fbxVector("Lcl Translation", "10,0,0") + fbxVector("PreRotation", "0,0,90") +
+                             fbxVector("GeometricTranslation", "0,0,5")) +
+                fbxModel(101, "Child", "Mesh", fbxVector("Lcl Translation", "1,0,0")),
+            "\tC: \"OO\",100,0\n\tC: \"OO\",200,100\n\tC: \"OO\",101,100\n\tC: \"OO\",200,101\n"));
+    ASSERT_EQ(read.scene.nodes.size(), 2U);
+    EXPECT_EQ(faultOf(read.scene), "");
+    const SnapshotNode& parent = read.node(u"Parent");
+    expectAt(parent, 10, 0, 5, 1e-6F);
+    expectRow(parent.worldTransform[0], 0, 1, 0, 1e-6F);
+    EXPECT_EQ(parent.worldTransform[0][0], 0) << "noise of the rotation by 90 degrees";
+    EXPECT_EQ(parent.children, (std::vector<SnapshotRef>{1}));
+    expectAt(read.node(u"Child"), 10, 1, 0, 1e-6F);
+    ASSERT_TRUE(parent.instances);
+    EXPECT_EQ(parent.instances->nodes(), (std::vector<SnapshotRef>{1, 0}));
+    EXPECT_FALSE(parent.material);
+}
+
+TEST_F(AssimpFiles, UvSetsOfMaxFbxGoToTheChannelsOfTheirNames) {
+    const ReadScene read = this->read("a.fbx", fbx(fbxTriangle(200) + fbxModel(100, "A", "Mesh", ""),
+                                                   "\tC: \"OO\",100,0\n\tC: \"OO\",200,100\n"));
+    const SnapshotMesh& mesh = read.meshOf(read.node(u"A"));
+    ASSERT_EQ(mesh.maps.size(), 2U);
+    EXPECT_EQ(mesh.maps.at(3).vertices.at(0), (host::Point3{0.25F, 0.5F, 0}));
+    EXPECT_EQ(mesh.maps.at(1).vertices.at(0), (host::Point3{1, 0, 0}));
+}
+
+TEST_F(AssimpFiles, FbxLightsOfOneNameStayApart) {
+    const auto light = [](int id, int type, const char* intensity) {
+        return "\tNodeAttribute: " + std::to_string(id) +
+               ", \"NodeAttribute::\", \"Light\" {\n\t\tProperties70:  {\n\t\t\tP: \"LightType\", \"enum\", "
+               "\"\", \"\"," +
+               std::to_string(type) +
+               "\n\t\t\tP: \"Color\", \"Color\", \"\", \"A\",1,0.5,0\n\t\t\tP: \"Intensity\", " +
+               "\"Number\", \"\", \"A\"," + intensity + "\n\t\t}\n\t\tTypeFlags: \"Light\"\n\t}\n";
+    };
+    // The outer one is left after the inner one.
+    const ReadScene read = this->read(
+        "a.fbx", fbx(light(300, 1, "50") + light(301, 2, "300") +
+                         fbxModel(100, "L", "Light", fbxVector("Lcl Translation", "1,2,3")) +
+                         fbxModel(101, "L", "Light", fbxVector("Lcl Translation", "0,0,1")),
+                     "\tC: \"OO\",100,0\n\tC: \"OO\",101,100\n\tC: \"OO\",300,100\n\tC: \"OO\",301,101\n"));
+    ASSERT_EQ(read.countOfType(IGameObject::IGAME_LIGHT), 2U);
+    EXPECT_EQ(*read.node(u"L", 0).object->light, (host::LightState{host::DIRECT_LGT, {0.5F, 0.25F, 0}, 1}));
+    EXPECT_EQ(*read.node(u"L", 1).object->light, (host::LightState{host::SPOT_LGT, {1, 0.5F, 0}, 1}));
+    expectAt(read.node(u"L", 1), 1, 2, 4, 1e-6F);
+    // FBX lights shine along their -Y, the host's along the -Z of their matrix.
+    expectRow(read.node(u"L", 0).worldTransform[2], 0, 1, 0, 1e-6F);
+    expectRow(read.node(u"L", 0).worldTransform[1], 0, 0, -1, 1e-6F);
+}
+
 TEST_F(AssimpFiles, GltfVisibilityHidesANode) {
     const ReadScene read = this->read(
         "a.gltf",
@@ -150,6 +237,13 @@ TEST_F(AssimpFiles, ASingleRootNodeOfGltfIsANode) {
     expectAt(read.node(u"Only"), 1, -3, 2, 0);
     expectAt(read.node(u"Below"), 1, -3, 2, 0);
     EXPECT_EQ(read.node(u"Only").children, (std::vector<SnapshotRef>{1}));
+}
+
+TEST_F(AssimpFiles, OneNodeWithANameIsAScene) {
+    const ReadScene read =
+        this->read("a.gltf", gltf(R"("scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"A"}])"));
+    ASSERT_EQ(read.scene.nodes.size(), 1U);
+    EXPECT_EQ(read.type(u"A"), IGameObject::IGAME_HELPER);
 }
 
 TEST_F(AssimpFiles, AMirroredNodeKeepsItsObject) {

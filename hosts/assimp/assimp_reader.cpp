@@ -93,7 +93,8 @@ void refuseEmpty(const aiScene& scene, const SourceFile& file) {
         throw SceneError(file.shown + ": cannot be read: no scene was found in it");
     const bool hasMeshes = scene.mNumMeshes != 0 && scene.mMeshes != nullptr;
     if (hasMeshes || scene.mNumLights != 0 || scene.mNumCameras != 0) return;
-    if (scene.mRootNode->mNumChildren == 0) {
+    const bool isRealRoot = file.format == FileFormat::gltf && textOf(scene.mRootNode->mName) != "ROOT";
+    if (scene.mRootNode->mNumChildren == 0 && !isRealRoot) {
         throw SceneError(file.shown + ": holds nothing: no mesh, light, camera or named node");
     }
 }
@@ -174,7 +175,9 @@ class Assembly {
                 return object;
             }
             notes_.add(toUtf8(node.name), "ambient lights are left out; the node is kept as a helper");
-        } else if (const auto camera = devices_.cameras.find(from.node); camera != devices_.cameras.end()) {
+            return ofType(host::IGameObject::IGAME_HELPER);
+        }
+        if (const auto camera = devices_.cameras.find(from.node); camera != devices_.cameras.end()) {
             node.worldTransform = cameraToWorld(*camera->second, from.nodeToFile, rule_, file_.format);
             return ofType(host::IGameObject::IGAME_CAMERA);
         }
