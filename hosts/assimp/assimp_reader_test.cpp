@@ -249,7 +249,6 @@ TEST_F(AssimpModels, AseOfABodyHasItsMeshesAndHelpers) {
     EXPECT_EQ(read.countOfType(IGameObject::IGAME_MESH), 26U);
     EXPECT_EQ(read.countOfType(IGameObject::IGAME_HELPER), 5U);
     EXPECT_EQ(read.triangles(), 2016U);
-    // Written in Windows-1252: the "ä" of "Wirbelsäule" is one byte there, unless the writer has replaced it.
     for (const SnapshotNode& node : read.scene.nodes)
         EXPECT_FALSE(node.name.empty());
 }
