@@ -53,6 +53,8 @@ constexpr auto kCatalogue = std::to_array<Message>({
      "Check free space and permissions of the folder, and export again."},
     {fileNotRead, "file-not-read", warning, "the file could not be read", ""},
     {dialogNotShown, "dialog-not-shown", warning, "the options dialog could not be shown; the settings are used as they are", ""},
+    {sceneNotEnumerated, "scene-not-enumerated", error, "the host could not enumerate its scene",
+     "Restart the host program and export again."},
 });
 // clang-format on
 

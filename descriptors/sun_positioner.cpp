@@ -29,8 +29,17 @@ GMatrix rotationAboutY(double angle) {
     return {{c, 0, -s, 0}, {0, 1, 0, 0}, {s, 0, c, 0}, {0, 0, 0, 1}};
 }
 
-GMatrix conjugated(const GMatrix& m, const GMatrix& by) {
-    return by * m * by.Inverse();
+// R * M * R^-1 for a rotation R, whose inverse is its transpose: exact, so that what the turn leaves alone
+// stays exact.
+GMatrix conjugated(const GMatrix& m, const GMatrix& rotation) {
+    GMatrix transposed;
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            transposed[row][static_cast<std::size_t>(column)] =
+                rotation[column][static_cast<std::size_t>(row)];
+        }
+    }
+    return rotation * m * transposed;
 }
 
 }  // namespace

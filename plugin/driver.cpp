@@ -50,7 +50,8 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
     startImageLibrary(narrowPath(context.folders.hostFolder));
 
     context.scene = environment_.host.GetIGameInterface();
-    context.scene->InitialiseIGame(false);
+    if (!context.scene->InitialiseIGame(false))
+        environment_.report.add(MessageId::sceneNotEnumerated, narrowPath(toPath(name)));
     collectScene({*environment_.host.GetInstanceMgr(), settings, context.patterns, context.nodes,
                   environment_.report, environment_.progress},
                  *context.scene);
