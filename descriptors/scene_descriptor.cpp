@@ -89,9 +89,11 @@ class NodeAttributes {
             attributes_.push_back({key, texts_.emplace_back('"' + record.paramValues[i] + '"')});
         }
         std::ranges::stable_sort(attributes_, {}, &JsxAttribute::key);
-        const auto repeated = std::ranges::unique(attributes_, {}, &JsxAttribute::key);
-        const std::size_t left = repeated.size();
-        attributes_.erase(repeated.begin(), repeated.end());
+        const auto repeated =
+            std::unique(attributes_.begin(), attributes_.end(),
+                        [](const JsxAttribute& a, const JsxAttribute& b) { return a.key == b.key; });
+        const auto left = static_cast<std::size_t>(attributes_.end() - repeated);
+        attributes_.erase(repeated, attributes_.end());
         return left;
     }
 
@@ -100,7 +102,7 @@ class NodeAttributes {
         texts_.clear();
     }
 
-    operator std::span<const JsxAttribute>() const { return attributes_; }
+    std::span<const JsxAttribute> view() const { return attributes_; }
 
   private:
     std::vector<JsxAttribute> attributes_;
@@ -161,9 +163,9 @@ class SceneWriter {
                         std::to_string(left) + " of " + std::to_string(record.paramKeys.size()));
         }
         if (isFirst) {
-            jsx_.addChild("node", attributes_);
+            jsx_.addChild("node", attributes_.view());
         } else {
-            jsx_.addSibling("node", attributes_);
+            jsx_.addSibling("node", attributes_.view());
         }
     }
 
@@ -226,7 +228,7 @@ class SceneWriter {
         attributes_.clear();
         attributes_.addFixed("orientation=", orientation_.quaternion(host::Conjugate(light.orientation)));
         attributes_.addFixed("position=", position_.vector(transform.position));
-        jsx_.addSibling("node", attributes_);
+        jsx_.addSibling("node", attributes_.view());
         addLightElement(light, settings_.helperLightFraction);
     }
 

@@ -18,6 +18,8 @@ class NamePattern {
     // `expression` uses what ECMAScript and RE2 have in common.
     explicit NamePattern(std::string_view expression);
     ~NamePattern();
+    NamePattern(const NamePattern&) = delete;
+    NamePattern& operator=(const NamePattern&) = delete;
     NamePattern(NamePattern&&) noexcept;
     NamePattern& operator=(NamePattern&&) noexcept;
 

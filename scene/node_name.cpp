@@ -42,9 +42,11 @@ void addPiece(StringPiece piece, NodeNameParts& parts) {
 void addPieces(std::string_view list, NodeNameParts& parts) {
     constexpr std::string_view kSeparator = ", ";
     std::size_t start = 0;
-    for (std::size_t end; (end = list.find(kSeparator, start)) != std::string_view::npos;) {
+    std::size_t end = list.find(kSeparator);
+    while (end != std::string_view::npos) {
         addPiece(StringPiece(list.data() + start, end - start), parts);
         start = end + kSeparator.size();
+        end = list.find(kSeparator, start);
     }
     addPiece(StringPiece(list.data() + start, list.size() - start), parts);
 }
