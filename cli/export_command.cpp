@@ -1,0 +1,124 @@
+// The command "export": reads the scene, runs the exporter on it, and shows its report. The package appears
+// whole or not at all.
+#include <filesystem>
+
+#include "base/text.h"
+#include "cli/commands.h"
+#include "cli/export_summary.h"
+#include "cli/interrupts.h"
+#include "cli/package_replacement.h"
+#include "cli/progress_bar.h"
+#include "cli/report_json.h"
+#include "cli/report_text.h"
+#include "cli/scene_source.h"
+#include "cli/standard_output.h"
+#include "hosts/snapshot/snapshot_host.h"
+#include "platform/process_info.h"
+#include "plugin/exporter.h"
+#include "plugin/setting_rules.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool pathExists(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+// The options of the command line in place of the dialog: always confirmed, with the rules that the dialog
+// enforces.
+class CommandLineDialog final : public OptionsDialog {
+  public:
+    explicit CommandLineDialog(const ExportSettings& chosen) : chosen_(chosen) {}
+
+    DialogResult run(ExportSettings& settings) override {
+        settings = chosen_;
+        applySettingRules(settings, pathExists);
+        return DialogResult::confirmed;
+    }
+
+  private:
+    const ExportSettings& chosen_;
+};
+
+std::u16string hostText(const fs::path& path) {
+    const auto text = toUtf16(narrowPath(path));
+    if (text) return *text;
+    throw CommandError(kNotRun, narrowPath(path) + ": is not valid UTF-8; rename the folder");
+}
+
+bool liesIn(const fs::path& file, const fs::path& folder) {
+    const fs::path relative = fs::weakly_canonical(file).lexically_relative(fs::weakly_canonical(folder));
+    return !relative.empty() && *relative.begin() != "..";
+}
+
+// Replacing a package must not take away the scene that it is made of.
+void requireSceneOutside(const ExportArguments& arguments, const fs::path& package) {
+    if (!arguments.overwrite || arguments.scene == "-" || !liesIn(arguments.scene, package)) return;
+    throw CommandError(kNotRun, narrowPath(arguments.scene) +
+                                    ": lies in the package that --overwrite replaces, " +
+                                    narrowPath(package) + "; move it elsewhere first");
+}
+
+// A file of the package that could not be written makes the whole package worthless.
+void requireComplete(const Report& report) {
+    for (const ReportEntry& entry : report.entries()) {
+        const Message& catalogued = message(entry.id);
+        if (catalogued.severity != Severity::error) continue;
+        const std::string reason = entry.detail.empty() ? std::string(catalogued.text) : entry.detail;
+        throw CommandError(kFailed,
+                           "write: " + entry.subject + ": " + reason + "; " + std::string(catalogued.advice));
+    }
+}
+
+ExportCounts countsOf(const CollectedScene& nodes) {
+    return {nodes.objectNodes.size(), nodes.meshNodes.size(),         nodes.lightNodes.size(),
+            nodes.cameraNodes.size(), nodes.cameraBoundsNodes.size(), nodes.webtableNodes.size()};
+}
+
+void writeResult(const ExportArguments& arguments, const ExportSummary& summary) {
+    StandardOutput output;
+    if (arguments.json) {
+        writeReportJson(summary, output);
+    } else if (arguments.quiet) {
+        output.write(printable(narrowPath(summary.package)) + "\n");
+    } else {
+        writeReportText(summary, output);
+    }
+    output.finish();
+}
+
+}  // namespace
+
+ExitStatus runExport(const ExportArguments& arguments) {
+    ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
+    progress.announce("reading " + sceneName(arguments.scene) + " ...");
+    const SceneSource source = openScene(arguments.scene, progress);
+
+    const fs::path target = fs::absolute(arguments.target).lexically_normal();
+    const std::u16string targetText = hostText(target);
+    const fs::path program = executablePath();
+    const fs::path package = packageFoldersFor(target, program).exportFolder.lexically_normal();
+    requireSceneOutside(arguments, package);
+
+    const auto host = makeSnapshotHost(source.scene, source.folder);
+    Report report;
+    CommandLineDialog dialog(arguments.settings);
+    tolvex exporter({*host, report, progress, &dialog, program});
+    exporter.settings = arguments.settings;
+
+    rememberInterrupts();
+    PackageReplacement replacement(package, arguments.overwrite);
+    exporter.DoExport(targetText.c_str(), nullptr, nullptr, arguments.suppressPrompts ? 1 : 0, 0);
+    requireComplete(report);
+    const auto leftover = replacement.keep();
+    if (leftover) progress.announce(*leftover);
+    progress.clear();
+
+    writeResult(arguments, {package, countsOf(exporter.context.nodes), report, source.notes});
+    return arguments.strict && report.count(Severity::skipped) > 0 ? kFaultsFound : kDone;
+}
+
+}  // namespace velinor

@@ -1,0 +1,127 @@
+#include "cli/scene_source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <vector>
+
+#include "base/text.h"
+#include "cli/command_error.h"
+#include "hosts/assimp/assimp_reader.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void refuse(const std::string& file, const std::string& text) {
+    throw CommandError(kNotRun, file + ": " + text);
+}
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+std::string readToEnd(std::FILE* file, const std::string& name) {
+    constexpr std::size_t kPiece = 1 << 20;
+    std::string bytes;
+    for (;;) {
+        const std::size_t size = bytes.size();
+        bytes.resize(size + kPiece);
+        const std::size_t got = std::fread(bytes.data() + size, 1, kPiece, file);
+        bytes.resize(size + got);
+        if (got < kPiece) break;
+    }
+    if (std::ferror(file) != 0) {
+        refuse(name,
+               "cannot be read: " + std::generic_category().message(errno) + "; check the file and its disk");
+    }
+    if (bytes.empty()) refuse(name, "is empty; save the scene again");
+    return bytes;
+}
+
+bool endsWith(const std::string& text, std::string_view ending) {
+    if (text.size() < ending.size()) return false;
+    return std::equal(ending.begin(), ending.end(), text.end() - static_cast<std::ptrdiff_t>(ending.size()),
+                      [](char a, char b) { return a == (b >= 'A' && b <= 'Z' ? b - 'A' + 'a' : b); });
+}
+
+std::string readableEndings() {
+    std::string text = ".scene.json, .scene.cbor";
+    for (const SceneFileEnding& ending : assimpFileEndings())
+        text += ", ." + ending.ending;
+    return text;
+}
+
+// What is wrong with the file before it is opened.
+void requireFile(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    const std::string name = narrowPath(file);
+    if (status.type() == fs::file_type::not_found) refuse(name, "does not exist; check the path");
+    if (fs::is_directory(status)) refuse(name, "is a folder; name a scene file in it");
+    if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
+}
+
+SceneSource readStandardInput() {
+    const std::string name = sceneName("-");
+    const std::string bytes = readToEnd(stdin, name);
+    return {readSnapshot(bytes, guessSnapshotEncoding(bytes), name), fs::current_path(), {}};
+}
+
+fs::path folderOf(const fs::path& file) {
+    return fs::absolute(file).parent_path();
+}
+
+SceneSource readScene(const fs::path& scene, Progress& progress) {
+    if (scene == "-") return readStandardInput();
+    if (const auto encoding = snapshotEncodingByEnding(scene)) {
+        return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}};
+    }
+    requireFile(scene);
+    if (!canReadWithAssimp(scene)) {
+        refuse(narrowPath(scene), "files of this ending cannot be read; these can: " + readableEndings());
+    }
+    SceneSource source;
+    source.folder = folderOf(scene);
+    source.scene = readWithAssimp(scene, {}, progress, source.notes);
+    return source;
+}
+
+}  // namespace
+
+std::string sceneName(const fs::path& scene) {
+    return scene == "-" ? "standard input" : narrowPath(scene);
+}
+
+std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
+    const std::string name = narrowPath(file.filename());
+    if (endsWith(name, ".json")) return SnapshotEncoding::json;
+    if (endsWith(name, ".cbor")) return SnapshotEncoding::cbor;
+    return std::nullopt;
+}
+
+std::string readSceneFile(const fs::path& file) {
+    requireFile(file);
+    const std::string name = narrowPath(file);
+    const std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(name.c_str(), "rb"));
+    if (!stream) {
+        refuse(name, "cannot be read: " + std::generic_category().message(errno) + "; check its permissions");
+    }
+    return readToEnd(stream.get(), name);
+}
+
+SceneSource openScene(const fs::path& scene, Progress& progress) {
+    const std::string phase = "Reading " + sceneName(scene);
+    progress.beginPhase(phase, 0);
+    try {
+        return readScene(scene, progress);
+    } catch (const std::bad_alloc&) {
+        refuse(sceneName(scene), "needs more memory than there is; close other programs, or split the scene");
+    }
+}
+
+}  // namespace velinor
