@@ -1,0 +1,68 @@
+// What tests of the command share.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "tests/support/run_command.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/tree_compare.h"
+
+namespace velinor {
+
+// Runs the command in a folder of its own that holds room.scene.json: a helper, and a hidden helper.
+class CommandTest : public testing::Test {
+  protected:
+    static constexpr const char* kRoom =
+        R"({"format": "tolvex-scene", "version": 1, "roots": [0, 1], "nodes": [)"
+        R"({"name": "Seen", "object": {"type": "helper"}},)"
+        R"({"name": "Unseen", "hidden": true, "object": {"type": "helper"}}]})";
+
+    // A limit for onFullDisk: below the size of what large.scene.json becomes, above all that standard error
+    // gets.
+    static constexpr std::uint64_t kSmallDisk = 10000;
+
+    CommandTest() { write("room.scene.json", kRoom); }
+
+    CommandResult run(const std::vector<std::string>& arguments, CommandInput input = {}) const {
+        input.folder = folder();
+        return runTolvex(arguments, input);
+    }
+
+    void write(const std::string& file, const std::string& content) const {
+        std::ofstream(folder() / file, std::ios::binary) << content;
+    }
+
+    // Writes large.scene.json: a helper whose parameter alone is larger than kSmallDisk.
+    void writeLargeScene() const {
+        write("large.scene.json",
+              R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [{"name": "A [k: )" +
+                  std::string(2 * kSmallDisk, 'v') + R"(]", "object": {"type": "helper"}}]})");
+    }
+
+    // Nothing but scenes is in the folder.
+    void expectNothingButScenes() const {
+        for (const auto& entry : std::filesystem::directory_iterator(folder())) {
+            EXPECT_TRUE(entry.path().filename().string().ends_with(".scene.json")) << entry.path();
+        }
+    }
+
+    const std::filesystem::path& folder() const { return folder_.path(); }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+// The last of the lines of standard error; all before it is progress.
+inline std::string lastLine(const std::string& text) {
+    if (text.empty()) return "";
+    const std::size_t end = text.size() - (text.ends_with('\n') ? 1 : 0);
+    const std::size_t before = text.rfind('\n', end == 0 ? 0 : end - 1);
+    const std::size_t start = before == std::string::npos ? 0 : before + 1;
+    return text.substr(start, end - start);
+}
+
+}  // namespace velinor

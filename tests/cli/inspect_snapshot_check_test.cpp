@@ -1,0 +1,137 @@
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/command_test_support.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+using InspectTest = CommandTest;
+using SnapshotTest = CommandTest;
+
+TEST_F(InspectTest, PrintsTheTreeTheListsAndTheTotals) {
+    write("s.scene.json",
+          R"({"format": "tolvex-scene", "version": 1, "roots": [0, 2], "nodes": [)"
+          R"({"name": "Table [color: red]", "children": [1], "material": 0, "instances": [1, 0],)"
+          R"( "object": {"type": "mesh", "mesh": 0}},)"
+          R"({"name": "Copy", "instances": [1, 0], "selected": true,)"
+          R"( "object": {"type": "mesh", "mesh": 0}},)"
+          R"({"name": "Webtable_1", "hidden": true, "layerHidden": true,)"
+          R"( "object": {"type": "mesh", "mesh": 0}}],)"
+          R"("meshes": [{"vertices": [], "faces": []}],)"
+          R"("materials": [{"class": "Standard", "name": "Oak"}]})");
+    const CommandResult result = run({"inspect", "s.scene.json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(
+        result.out,
+        "Table [color: red]: mesh, named \"Table\", color = red, master of 2 instances, material \"Oak\"\n"
+        "  Copy: mesh, instance of \"Table [color: red]\", selected\n"
+        "Webtable_1: web panel, hidden, layer hidden\n"
+        "3 nodes: 2 mesh, 1 web panel\n"
+        "\n"
+        "An export with default settings takes\n"
+        "Meshes (1)\n"
+        "  Table\n"
+        "Lights (0)\n"
+        "Cameras (0)\n"
+        "Camera bounds (0)\n"
+        "Web panels (0)\n");
+}
+
+TEST_F(InspectTest, JsonHoldsTheSame) {
+    const auto document = nlohmann::json::parse(run({"inspect", "--json", "room.scene.json"}).out);
+    EXPECT_EQ(document["nodes"].size(), 2U);
+    EXPECT_EQ(document["nodes"][1]["name"], "Unseen");
+    EXPECT_EQ(document["nodes"][1]["hidden"], true);
+    EXPECT_EQ(document["totals"]["helper"], 2);
+    EXPECT_EQ(document["hostError"], nullptr);
+}
+
+TEST_F(InspectTest, DeepScenesGrowDownwardsOnly) {
+    constexpr int kDepth = 2000;
+    std::string text = R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [)";
+    for (int i = 0; i < kDepth; ++i) {
+        text += (i > 0 ? "," : "") + std::string(R"({"name": "N")") +
+                (i + 1 < kDepth ? R"(, "children": [)" + std::to_string(i + 1) + "]}" : "}");
+    }
+    write("deep.scene.json", text + "]}");
+    const CommandResult result = run({"inspect", "deep.scene.json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find("(depth 1999) N: no object\n"), std::string::npos);
+    EXPECT_LT(result.out.size(), kDepth * 100U);
+}
+
+TEST_F(InspectTest, TellsWhereAnExportWouldEnd) {
+    write("s.scene.json", R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [)"
+                          R"({"name": "A", "instances": [], "object": {"type": "helper"}}]})");
+    const CommandResult result = run({"inspect", "s.scene.json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find("A: helper, with an empty list of instances"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("ends there with a host error"), std::string::npos) << result.out;
+}
+
+TEST_F(SnapshotTest, ConvertsBackAndForth) {
+    ASSERT_EQ(run({"snapshot", "room.scene.json", "a.scene.json"}).status, 0);
+    ASSERT_EQ(run({"snapshot", "a.scene.json", "b.scene.cbor"}).status, 0);
+    ASSERT_EQ(run({"snapshot", "b.scene.cbor", "c.scene.json"}).status, 0);
+    const Tree files = readTree(folder());
+    EXPECT_EQ(files.at("a.scene.json"), files.at("c.scene.json"));
+    EXPECT_EQ(files.size(), 4U) << "no temporary file is left";
+}
+
+TEST_F(SnapshotTest, ReplacesAFileOnlyByAWholeOne) {
+    writeLargeScene();
+    write("out.scene.json", "old");
+    const CommandResult failed =
+        run({"snapshot", "large.scene.json", "out.scene.json"}, onFullDisk(kSmallDisk));
+    EXPECT_EQ(failed.status, 3);
+    EXPECT_TRUE(lastLine(failed.err).starts_with("tolvex: write: out.scene.json: ")) << failed.err;
+    EXPECT_EQ(readTree(folder()).at("out.scene.json"), "old");
+    EXPECT_EQ(readTree(folder()).size(), 3U) << "no temporary file is left";
+    EXPECT_EQ(run({"snapshot", "room.scene.json", "out.scene.json"}).status, 0);
+    EXPECT_NE(readTree(folder()).at("out.scene.json"), "old");
+}
+
+TEST_F(SnapshotTest, AFolderThatIsNotThereEndsWithStatus3) {
+    EXPECT_EQ(run({"snapshot", "room.scene.json", "none/out.scene.json"}).status, 3);
+}
+
+class CheckTest : public CommandTest {
+  protected:
+    CheckTest() { EXPECT_EQ(run({"export", "--quiet", "room.scene.json", "room.jsx"}).status, 0); }
+};
+
+TEST_F(CheckTest, FindsNothingInAnExportedPackage) {
+    const CommandResult result = run({"check", "room"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "room: no faults\n");
+}
+
+TEST_F(CheckTest, FindsWhatIsMissingOrMalformed) {
+    write("room/index.jsx", "<root>\n</rot>\n\n");
+    write("room/where.json", "{");
+    fs::remove(folder() / "room/webtables.json");
+    const CommandResult result = run({"check", "room"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.out.find("index.jsx: line 2: \"rot\" ends where \"root\" is open\n"), std::string::npos);
+    EXPECT_NE(result.out.find("where.json: is no JSON: "), std::string::npos);
+    EXPECT_NE(result.out.find("webtables.json: does not exist"), std::string::npos);
+    EXPECT_NE(result.out.find("room: 3 faults\n"), std::string::npos) << result.out;
+}
+
+TEST_F(CheckTest, FindsMeshFilesThatAreNotThere) {
+    write("tri.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    ASSERT_EQ(run({"export", "--quiet", "tri.obj", "tri.jsx"}).status, 0);
+    const std::string text = readTree(folder() / "tri").at("index.jsx");
+    const std::size_t start = text.find("url: '") + 6;
+    const std::string mesh = text.substr(start, text.find('\'', start) - start);
+    fs::remove(folder() / "tri/resources" / mesh);
+    const CommandResult result = run({"check", "tri"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.out.find("the file resources/" + mesh + " does not exist"), std::string::npos)
+        << result.out;
+}
+
+}  // namespace
+}  // namespace velinor

@@ -1,0 +1,94 @@
+// Every folder beside this file is a golden package: scene.scene.json is exported through the command, with
+// the options of arguments.txt (one a line) where there is one, and must give the files of expected/ byte for
+// byte. why.txt says in one line why the case exists. TOLVEX_REWRITE_EXPECTED=1 in the environment writes
+// what comes out into expected/ instead of comparing; read the difference before you commit it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/support/run_command.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/tree_compare.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> caseNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(TOLVEX_PACKAGE_CASES)) {
+        if (entry.is_directory()) names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+std::vector<std::string> linesOf(const fs::path& file) {
+    std::vector<std::string> lines;
+    std::ifstream stream(file);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+bool isRewriteWanted() {
+    const char* value = std::getenv("TOLVEX_REWRITE_EXPECTED");
+    return value != nullptr && std::string(value) == "1";
+}
+
+class PackageTest : public testing::TestWithParam<std::string> {
+  protected:
+    fs::path folder = fs::path(TOLVEX_PACKAGE_CASES) / GetParam();
+
+    // What the command makes of the case's scene.
+    Tree exported() {
+        const TemporaryFolder target;
+        std::vector<std::string> arguments{"export", "--quiet"};
+        const auto options = linesOf(folder / "arguments.txt");
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        arguments.push_back(folder / "scene.scene.json");
+        arguments.push_back(target.path() / "package.jsx");
+        const CommandResult result = runTolvex(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return result.status == 0 ? readTree(target.path() / "package") : Tree();
+    }
+};
+
+TEST_P(PackageTest, IsAsExpected) {
+    ASSERT_EQ(linesOf(folder / "why.txt").size(), 1U) << "one line that says why the case exists";
+    const Tree actual = exported();
+    if (isRewriteWanted()) {
+        fs::remove_all(folder / "expected");
+        writeTree(folder / "expected", actual);
+    }
+    const auto difference = firstDifference(readTree(folder / "expected"), actual);
+    EXPECT_EQ(difference, std::nullopt) << *difference;
+}
+
+TEST_P(PackageTest, IsTheSameFromCbor) {
+    const TemporaryFolder other;
+    const fs::path cbor = other.path() / "scene.scene.cbor";
+    ASSERT_EQ(runTolvex({"snapshot", folder / "scene.scene.json", cbor}).status, 0);
+    std::vector<std::string> arguments{"export", "--quiet"};
+    const auto options = linesOf(folder / "arguments.txt");
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    arguments.push_back(cbor);
+    arguments.push_back(other.path() / "package.jsx");
+    ASSERT_EQ(runTolvex(arguments).status, 0);
+    const auto difference = firstDifference(exported(), readTree(other.path() / "package"));
+    EXPECT_EQ(difference, std::nullopt) << *difference;
+}
+
+INSTANTIATE_TEST_SUITE_P(Case, PackageTest, testing::ValuesIn(caseNames()), [](const auto& parameter) {
+    std::string name = parameter.param;
+    std::ranges::replace(name, '-', '_');
+    return name;
+});
+
+}  // namespace
+}  // namespace velinor
