@@ -39,7 +39,7 @@ constexpr auto kCatalogue = std::to_array<Message>({
      "a parameter in the node's name is not read",
      "Write \"Name [key: value, key: value]\": one space after each colon and comma, none in a value."},
     {nodeParameterRepeated, "node-parameter-repeated", warning,
-     "a parameter in the node's name has the name of another or of a fixed attribute, and is not written",
+     "parameters in the node's name bear the key of an earlier one or of a fixed attribute, and are not written",
      "Give each parameter a name of its own."},
     {nodeNameShared, "node-name-shared", warning, "several meshes have this name and share one mesh file",
      "Rename them: the mesh written last replaces the others."},
@@ -53,6 +53,8 @@ constexpr auto kCatalogue = std::to_array<Message>({
      "Check free space and permissions of the folder, and export again."},
     {fileNotRead, "file-not-read", warning, "the file could not be read", ""},
     {dialogNotShown, "dialog-not-shown", warning, "the options dialog could not be shown; the settings are used as they are", ""},
+    {sceneNotEnumerated, "scene-not-enumerated", error, "the host could not enumerate its scene",
+     "Restart the host program and export again."},
 });
 // clang-format on
 
@@ -66,16 +68,24 @@ static_assert(isInOrder(), "the catalogue lists its messages in the order of Mes
 
 }  // namespace
 
-std::span<const Message> messageCatalogue() { return kCatalogue; }
+std::span<const Message> messageCatalogue() {
+    return kCatalogue;
+}
 
-const Message& message(MessageId id) { return kCatalogue.at(static_cast<std::size_t>(id)); }
+const Message& message(MessageId id) {
+    return kCatalogue.at(static_cast<std::size_t>(id));
+}
 
 std::string_view severityName(Severity severity) {
     switch (severity) {
-        case note: return "note";
-        case warning: return "warning";
-        case skipped: return "skipped";
-        case error: return "error";
+        case note:
+            return "note";
+        case warning:
+            return "warning";
+        case skipped:
+            return "skipped";
+        case error:
+            return "error";
     }
     return "";
 }

@@ -38,6 +38,7 @@ enum class MessageId {
     fileNotWritten,
     fileNotRead,
     dialogNotShown,
+    sceneNotEnumerated,
 };
 
 struct Message {

@@ -44,8 +44,9 @@ TEST(AppendFixed6, AppendsToWhatIsThere) {
 TEST(AppendFixed6, AgreesWithTheCLibraryOnSpecialValues) {
     const double infinity = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const double value : {infinity, -infinity, nan, std::copysign(nan, -1.0),
-                               std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
+    for (const double value :
+         {infinity, -infinity, nan, std::copysign(nan, -1.0), std::numeric_limits<double>::max(),
+          std::numeric_limits<double>::denorm_min()}) {
         EXPECT_EQ(fixed6(value), byTheCLibrary(value));
     }
 }

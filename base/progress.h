@@ -11,8 +11,8 @@ class Progress {
   public:
     virtual ~Progress() = default;
 
-    // A phase begins; `total` is its amount of work in units of its own (nodes, bytes), 0 where it is unknown.
-    // `name` is for people ("Collecting nodes") and lives at least until the next phase begins.
+    // A phase begins; `total` is its amount of work in units of its own (nodes, bytes), 0 where it is
+    // unknown. `name` is for people ("Collecting nodes") and lives at least until the next phase begins.
     virtual void beginPhase(std::string_view name, std::uint64_t total) = 0;
 
     // `amount` further units of the current phase are done. Called often: implementations must be cheap.

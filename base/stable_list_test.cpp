@@ -25,7 +25,8 @@ TEST(StableList, KeepsAddressesWhileItGrows) {
     int destroyed = 0;
     StableList<Item> items;
     std::vector<const Item*> addresses;
-    for (int i = 0; i < 1000; ++i) addresses.push_back(&items.emplace_back(i, &destroyed));
+    for (int i = 0; i < 1000; ++i)
+        addresses.push_back(&items.emplace_back(i, &destroyed));
     int expected = 0;
     for (const Item& item : items) {
         EXPECT_EQ(&item, addresses[static_cast<std::size_t>(expected)]);
@@ -38,7 +39,8 @@ TEST(DestroyTree, DestroysAChainOfAMillionItemsOnce) {
     {
         Item root(0, &destroyed);
         Item* last = &root;
-        for (int i = 1; i < 1000000; ++i) last = &last->children.emplace_back(i, &destroyed);
+        for (int i = 1; i < 1000000; ++i)
+            last = &last->children.emplace_back(i, &destroyed);
     }
     EXPECT_EQ(destroyed, 1000000);
 }

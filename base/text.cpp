@@ -9,8 +9,12 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-constexpr bool isLeadSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-constexpr bool isTrailSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+constexpr bool isLeadSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool isTrailSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 // The code point that starts at `text[at]`; moves `at` past it.
 char32_t nextCodePoint(std::u16string_view text, std::size_t& at) {
@@ -56,7 +60,8 @@ std::u16string toUtf16Lossy(std::string_view bytes) {
 std::string lowBytes(std::u16string_view utf16) {
     std::string bytes;
     bytes.reserve(utf16.size());
-    for (const char16_t unit : utf16) bytes.push_back(static_cast<char>(unit & 0xFFU));
+    for (const char16_t unit : utf16)
+        bytes.push_back(static_cast<char>(unit & 0xFFU));
     return bytes;
 }
 
@@ -68,7 +73,9 @@ std::filesystem::path toPath(std::u16string_view utf16) {
 #endif
 }
 
-std::string narrowPath(const std::filesystem::path& path) { return path.string(); }
+std::string narrowPath(const std::filesystem::path& path) {
+    return path.string();
+}
 
 std::string printable(std::string_view text) {
     constexpr std::string_view kHex = "0123456789abcdef";

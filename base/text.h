@@ -1,4 +1,5 @@
-// The three forms of text that meet in an export: UTF-16 from the host, UTF-8 in the files, low bytes in some names.
+// The three forms of text that meet in an export: UTF-16 from the host, UTF-8 in the files, low bytes in some
+// names.
 #pragma once
 
 #include <filesystem>
@@ -8,25 +9,30 @@
 
 namespace velinor {
 
-// UTF-8 of UTF-16 code units. An unpaired surrogate becomes U+FFFD; every other unit is carried over, U+0000 too.
+// UTF-8 of UTF-16 code units. An unpaired surrogate becomes U+FFFD; every other unit is carried over, U+0000
+// too.
 std::string toUtf8(std::u16string_view utf16);
 
 // UTF-16 of UTF-8, or nothing where `utf8` is not well-formed (overlong forms and surrogates included).
 std::optional<std::u16string> toUtf16(std::string_view utf8);
 
-// UTF-16 of bytes of which most are UTF-8: each malformed sequence becomes U+FFFD. For messages and foreign names.
+// UTF-16 of bytes of which most are UTF-8: each malformed sequence becomes U+FFFD. For messages and foreign
+// names.
 std::u16string toUtf16Lossy(std::string_view bytes);
 
-// The low byte of each UTF-16 code unit. Units above U+00FF are mangled: names that go through here are defined so.
+// The low byte of each UTF-16 code unit. Units above U+00FF are mangled: names that go through here are
+// defined so.
 std::string lowBytes(std::u16string_view utf16);
 
 // The path that a host's text names: UTF-16 on Windows, UTF-8 elsewhere.
 std::filesystem::path toPath(std::u16string_view utf16);
 
-// `path` in the narrow form that names inside files take: UTF-8 off Windows, where the code page of file names is UTF-8.
+// `path` in the narrow form that names inside files take: UTF-8 off Windows, where the code page of file
+// names is UTF-8.
 std::string narrowPath(const std::filesystem::path& path);
 
-// `text` fit for one line of a terminal: control characters, line ends among them, appear as C escapes ("\n", "\x1b").
+// `text` fit for one line of a terminal: control characters, line ends among them, appear as C escapes ("\n",
+// "\x1b").
 std::string printable(std::string_view text);
 
 }  // namespace velinor

@@ -19,16 +19,21 @@ const Utf8Case kUtf8Cases[] = {
     {"pair", u"\U0001F600", "\xF0\x9F\x98\x80"},
     {"zero unit", std::u16string(u"a\0b", 3), std::string("a\0b", 3)},
     {"lead alone at the end", {u'a', 0xD83D}, "a\xEF\xBF\xBD"},
-    {"lead before a letter", {0xD83D, u'a'}, "\xEF\xBF\xBD"
-                                             "a"},
-    {"trail alone", {0xDE00, u'a'}, "\xEF\xBF\xBD"
-                                    "a"},
+    {"lead before a letter",
+     {0xD83D, u'a'},
+     "\xEF\xBF\xBD"
+     "a"},
+    {"trail alone",
+     {0xDE00, u'a'},
+     "\xEF\xBF\xBD"
+     "a"},
     {"pair the wrong way round", {0xDE00, 0xD83D}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
     {"two leads and a trail", {0xD83D, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
 };
 
 TEST(ToUtf8, ConvertsEveryUnit) {
-    for (const auto& c : kUtf8Cases) EXPECT_EQ(toUtf8(c.utf16), c.utf8) << c.name;
+    for (const auto& c : kUtf8Cases)
+        EXPECT_EQ(toUtf8(c.utf16), c.utf8) << c.name;
 }
 
 TEST(ToUtf16, RoundTripsWellFormedText) {

@@ -18,8 +18,8 @@ class IFileResolutionManager {
   public:
     virtual ~IFileResolutionManager() = default;
 
-    // Replaces `filePath` by the full path of the file that the host finds for it: true. False where it finds none, and
-    // `filePath` stays as it was.
+    // Replaces `filePath` by the full path of the file that the host finds for it: true. False where it finds
+    // none, and `filePath` stays as it was.
     virtual bool GetFullFilePath(std::u16string& filePath, AssetType type) const = 0;
 };
 

@@ -17,13 +17,13 @@ void Quat::Normalize() {
 }
 
 Quat operator*(const Quat& a, const Quat& b) {
-    return {a.w * b.x + a.x * b.w + a.y * b.z - a.z * b.y,
-            a.w * b.y - a.x * b.z + a.y * b.w + a.z * b.x,
-            a.w * b.z + a.x * b.y - a.y * b.x + a.z * b.w,
-            a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z};
+    return {a.w * b.x + a.x * b.w + a.y * b.z - a.z * b.y, a.w * b.y - a.x * b.z + a.y * b.w + a.z * b.x,
+            a.w * b.z + a.x * b.y - a.y * b.x + a.z * b.w, a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z};
 }
 
-Quat Conjugate(const Quat& q) { return {-q.x, -q.y, -q.z, q.w}; }
+Quat Conjugate(const Quat& q) {
+    return {-q.x, -q.y, -q.z, q.w};
+}
 
 std::ostream& operator<<(std::ostream& out, const Point3& p) {
     return out << '(' << p.x << ", " << p.y << ", " << p.z << ')';

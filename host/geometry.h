@@ -1,4 +1,5 @@
-// Points, boxes and quaternions as a host gives them. All numbers are 32-bit floats in host space: Z-up, right-handed.
+// Points, boxes and quaternions as a host gives them. All numbers are 32-bit floats in host space: Z-up,
+// right-handed.
 #pragma once
 
 #include <algorithm>
@@ -42,23 +43,23 @@ struct Box3 {
     bool operator==(const Box3&) const = default;
 };
 
-// A quaternion by the host's left-hand rule: the conjugate of the usual right-handed quaternion of the same rotation.
-// docs/coordinates.md, "Quaternions". A fresh one is the identity.
+// A quaternion by the host's left-hand rule: the conjugate of the usual right-handed quaternion of the same
+// rotation. docs/coordinates.md, "Quaternions". A fresh one is the identity.
 struct Quat {
     float x = 0;
     float y = 0;
     float z = 0;
     float w = 1;
 
-    // Scales to length 1, in place. The zero quaternion becomes the identity; one with an entry that is not finite
-    // stays as it is.
+    // Scales to length 1, in place. The zero quaternion becomes the identity; one with an entry that is not
+    // finite stays as it is.
     void Normalize();
 
     bool operator==(const Quat&) const = default;
 };
 
-// The Hamilton product in the order written. With left-handed quaternions and row-vector matrices it composes left to
-// right, as the matrix product does: rot(A) * rot(B) = rot(A * B).
+// The Hamilton product in the order written. With left-handed quaternions and row-vector matrices it composes
+// left to right, as the matrix product does: rot(A) * rot(B) = rot(A * B).
 Quat operator*(const Quat& a, const Quat& b);
 
 // The inverse of a unit quaternion: its conjugate.

@@ -9,14 +9,16 @@ namespace {
 
 using Matrix3d = Eigen::Matrix3d;
 
-// Rows scaled to length 1 whose determinant stays below this count as linearly dependent: so much is rounding noise of
-// 32-bit entries. The lengths of the rows themselves, the scale along the object's axes, may differ by any factor.
+// Rows scaled to length 1 whose determinant stays below this count as linearly dependent: so much is rounding
+// noise of 32-bit entries. The lengths of the rows themselves, the scale along the object's axes, may differ
+// by any factor.
 constexpr double kDependentRows = 1e-6;
 
 Matrix3d upper3x3(const GMatrix& m) {
     Matrix3d upper;
     for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) upper(row, column) = m[row][static_cast<std::size_t>(column)];
+        for (int column = 0; column < 3; ++column)
+            upper(row, column) = m[row][static_cast<std::size_t>(column)];
     }
     return upper;
 }
@@ -30,15 +32,20 @@ Matrix3d cofactors(const Matrix3d& m) {
     return c;
 }
 
-double determinantOf(const Matrix3d& m) { return m.row(0).dot(m.row(1).cross(m.row(2))); }
+double determinantOf(const Matrix3d& m) {
+    return m.row(0).dot(m.row(1).cross(m.row(2)));
+}
 
-bool isSingular(const Matrix3d& m) {
+bool hasDependentRows(const Matrix3d& m) {
     const double lengths = m.row(0).norm() * m.row(1).norm() * m.row(2).norm();
     return !(std::abs(determinantOf(m)) > kDependentRows * lengths);
 }
 
-// The largest magnitude of an entry. Divided by it, squares and determinants keep away from the ends of the number range.
-double sizeOf(const Matrix3d& m) { return m.cwiseAbs().maxCoeff(); }
+// The largest magnitude of an entry. Divided by it, squares and determinants keep away from the ends of the
+// number range.
+double sizeOf(const Matrix3d& m) {
+    return m.cwiseAbs().maxCoeff();
+}
 
 // M = stretch * rotation.
 struct Polar {
@@ -56,9 +63,10 @@ Polar polarBySvd(const Matrix3d& m) {
     return {u * svd.matrixV().transpose(), stretch};
 }
 
-// Newton's iteration for the orthogonal polar factor (Higham, "Computing the polar decomposition with applications",
-// 1986): R' = (R + R^-T) / 2, scaled in the first steps. It converges quadratically and, unlike a singular value
-// decomposition, leaves the zeros of axis-aligned and planar rotations exact. Nothing where it does not converge.
+// Newton's iteration for the orthogonal polar factor (Higham, "Computing the polar decomposition with
+// applications", 1986): R' = (R + R^-T) / 2, scaled in the first steps. It converges quadratically and,
+// unlike a singular value decomposition, leaves the zeros of axis-aligned and planar rotations exact. Nothing
+// where it does not converge.
 std::optional<Polar> polarByNewton(const Matrix3d& m) {
     constexpr int kMaxSteps = 60;
     constexpr double kConverged = 1e-15;
@@ -84,14 +92,11 @@ std::optional<Polar> polarByNewton(const Matrix3d& m) {
     return std::nullopt;
 }
 
-// The decomposition of `m`, which is finite and not mirrored.
-Polar polarOf(const Matrix3d& m) {
-    const double size = sizeOf(m);
-    if (size == 0) return {};
-    const Matrix3d scaled = m / size;
-    Polar polar = isSingular(scaled) ? polarBySvd(scaled) : polarByNewton(scaled).value_or(polarBySvd(scaled));
-    polar.stretch *= size;
-    return polar;
+// The decomposition of `m`, which is finite, not mirrored and of ordinary size.
+Polar polarOf(const Matrix3d& m, bool isSingular) {
+    if (isSingular) return polarBySvd(m);
+    const std::optional<Polar> polar = polarByNewton(m);
+    return polar ? *polar : polarBySvd(m);
 }
 
 Quat quatOf(const Matrix3d& r) {
@@ -124,7 +129,8 @@ Matrix3d pseudoInverse(const Matrix3d& m) {
     const Eigen::JacobiSVD<Matrix3d> svd(m, Eigen::ComputeFullU | Eigen::ComputeFullV);
     Eigen::Vector3d reciprocals = svd.singularValues();
     const double noise = kDependentRows * reciprocals(0);
-    for (double& value : reciprocals) value = value > noise ? 1.0 / value : 0.0;
+    for (double& value : reciprocals)
+        value = value > noise ? 1.0 / value : 0.0;
     return svd.matrixV() * reciprocals.asDiagonal() * svd.matrixU().transpose();
 }
 
@@ -132,7 +138,7 @@ Matrix3d inverseOf(const Matrix3d& m) {
     const double size = sizeOf(m);
     if (size == 0) return Matrix3d::Zero();
     const Matrix3d scaled = m / size;
-    if (isSingular(scaled)) return pseudoInverse(scaled) / size;
+    if (hasDependentRows(scaled)) return pseudoInverse(scaled) / size;
     return cofactors(scaled).transpose() / determinantOf(scaled) / size;
 }
 
@@ -166,33 +172,38 @@ GMatrix GMatrix::Inverse() const {
     return inverse;
 }
 
-Quat GMatrix::Rotation() const { return Decompose().rotation; }
+Quat GMatrix::Rotation() const {
+    return Decompose().rotation;
+}
 
-Point3 GMatrix::Scaling() const { return Decompose().scaling; }
+Point3 GMatrix::Scaling() const {
+    return Decompose().scaling;
+}
 
 GMatrix::Parts GMatrix::Decompose() const {
     const Matrix3d upper = upper3x3(*this);
     if (!upper.allFinite()) {
-        return {Quat{}, {static_cast<float>(upper.row(0).norm()), static_cast<float>(upper.row(1).norm()),
-                         static_cast<float>(upper.row(2).norm())}};
+        return {Quat{},
+                {static_cast<float>(upper.row(0).norm()), static_cast<float>(upper.row(1).norm()),
+                 static_cast<float>(upper.row(2).norm())}};
     }
-    const bool isMirrored = IsMirrored();
-    const Polar polar = polarOf(isMirrored ? Matrix3d(-upper) : upper);
-    const Eigen::Vector3d scale = isMirrored ? Eigen::Vector3d(-polar.stretch.diagonal())
-                                             : Eigen::Vector3d(polar.stretch.diagonal());
-    return {quatOf(polar.rotation),
-            {static_cast<float>(scale(0)), static_cast<float>(scale(1)), static_cast<float>(scale(2))}};
+    const double size = sizeOf(upper);
+    if (size == 0) return {Quat{}, Point3{}, false, true};
+    const Matrix3d scaled = upper / size;
+    const bool isSingular = hasDependentRows(scaled);
+    const bool isMirrored = !isSingular && determinantOf(scaled) < 0;
+    const Polar polar = polarOf(isMirrored ? Matrix3d(-scaled) : scaled, isSingular);
+    const double sign = isMirrored ? -size : size;
+    const auto scale = [&](int axis) { return static_cast<float>(sign * polar.stretch(axis, axis)); };
+    return {quatOf(polar.rotation), {scale(0), scale(1), scale(2)}, isMirrored, isSingular};
 }
 
 bool GMatrix::IsSingular() const {
-    const Matrix3d upper = upper3x3(*this);
-    return upper.allFinite() && (sizeOf(upper) == 0 || isSingular(upper / sizeOf(upper)));
+    return Decompose().isSingular;
 }
 
 bool GMatrix::IsMirrored() const {
-    const Matrix3d upper = upper3x3(*this);
-    const double size = sizeOf(upper);
-    return upper.allFinite() && size > 0 && !isSingular(upper / size) && determinantOf(upper / size) < 0;
+    return Decompose().isMirrored;
 }
 
 bool GMatrix::IsFinite() const {
@@ -204,10 +215,13 @@ bool GMatrix::IsFinite() const {
     return true;
 }
 
-Quat QuatFromRotationMatrix(const GMatrix& rotation) { return quatOf(upper3x3(rotation)); }
+Quat QuatFromRotationMatrix(const GMatrix& rotation) {
+    return quatOf(upper3x3(rotation));
+}
 
 GMatrix RotationMatrixFromQuat(const Quat& q) {
-    // The formula of the left-handed quaternion and row vectors, which is that of the right-handed one and columns.
+    // The formula of the left-handed quaternion and row vectors, which is that of the right-handed one and
+    // columns.
     const auto at = [](double value) { return static_cast<float>(value); };
     const double x = q.x;
     const double y = q.y;

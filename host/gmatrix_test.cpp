@@ -22,7 +22,9 @@ GMatrix aboutZ(double degrees) {
     const auto s = static_cast<float>(std::sin(degrees * kPi / 180));
     return {{c, s, 0, 0}, {-s, c, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
 }
-GMatrix scale(float x, float y, float z) { return {{x, 0, 0, 0}, {0, y, 0, 0}, {0, 0, z, 0}, {0, 0, 0, 1}}; }
+GMatrix scale(float x, float y, float z) {
+    return {{x, 0, 0, 0}, {0, y, 0, 0}, {0, 0, z, 0}, {0, 0, 0, 1}};
+}
 
 void expectNear(const Quat& actual, const Quat& expected, float tolerance = 1e-6F) {
     EXPECT_NEAR(actual.x, expected.x, tolerance) << actual << " is not " << expected;
@@ -47,7 +49,8 @@ GMatrix randomMatrix(std::mt19937& random) {
     std::uniform_real_distribution<float> entry(-2, 2);
     GMatrix m;
     for (int row = 0; row < 4; ++row) {
-        for (std::size_t column = 0; column < 3; ++column) m[row][column] = entry(random);
+        for (std::size_t column = 0; column < 3; ++column)
+            m[row][column] = entry(random);
     }
     return m;
 }
@@ -100,7 +103,8 @@ TEST(GMatrixRotation, AgreesWithItsMatrix) {
 TEST(GMatrixScaling, IsTheDiagonalOfTheSymmetricFactor) {
     EXPECT_EQ(scale(2, 3, 4).Scaling(), (Point3{2, 3, 4}));
     expectNear((scale(2, 3, 4) * aboutZ(40)).Scaling(), {2, 3, 4});
-    // A parent scaled (2, 1, 1) with a child turned 45 degrees: stretch factors 2 and 1, diagonal 1.5 and 1.5.
+    // A parent scaled (2, 1, 1) with a child turned 45 degrees: stretch factors 2 and 1, diagonal 1.5
+    // and 1.5.
     expectNear((aboutZ(45) * scale(2, 1, 1)).Scaling(), {1.5F, 1.5F, 1});
 }
 
@@ -157,7 +161,8 @@ TEST(GMatrixInverse, OfTheIdentityHasNoNegativeZeros) {
     const GMatrix inverse = GMatrix().Inverse();
     EXPECT_EQ(inverse, GMatrix());
     for (int row = 0; row < 4; ++row) {
-        for (std::size_t column = 0; column < 4; ++column) EXPECT_FALSE(std::signbit(inverse[row][column]));
+        for (std::size_t column = 0; column < 4; ++column)
+            EXPECT_FALSE(std::signbit(inverse[row][column]));
     }
 }
 

@@ -26,7 +26,8 @@ class IGameTextureMap {
   public:
     virtual ~IGameTextureMap() = default;
 
-    // The standard slot: 1 diffuse, 2 specular, 3 glossiness, 5 self-illumination, 6 opacity, 8 bump, 9 reflection, …
+    // The standard slot: 1 diffuse, 2 specular, 3 glossiness, 5 self-illumination, 6 opacity, 8 bump, 9
+    // reflection, …
     virtual int GetStdMapSlot() const = 0;
 
     virtual Texmap* GetMaxTexmap() const = 0;

@@ -64,8 +64,8 @@ class Mesh {
     // Whether the channel, 1 and up, holds texture coordinates.
     virtual bool mapSupport(int channel) const = 0;
 
-    // The channel's faces, one for each face of the mesh or none at all, and its vertices. Every index of a face is
-    // below the number of vertices.
+    // The channel's faces, one for each face of the mesh or none at all, and its vertices. Every index of a
+    // face is below the number of vertices.
     virtual std::span<const TVFace> mapFaces(int channel) const = 0;
     virtual std::span<const UVVert> mapVerts(int channel) const = 0;
 

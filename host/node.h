@@ -30,7 +30,8 @@ class TabOutOfRangeException : public std::out_of_range {
     TabOutOfRangeException() : std::out_of_range("Invalid index passed into a Max SDK Tab::operator[]") {}
 };
 
-// A list of nodes, valid until the next call of what gave it. Indexing outside it throws TabOutOfRangeException.
+// A list of nodes, valid until the next call of what gave it. Indexing outside it throws
+// TabOutOfRangeException.
 class INodeTab {
   public:
     INodeTab() = default;
@@ -60,10 +61,12 @@ class INode {
     // The layer (the node's reference number 6); null where it has none.
     virtual ILayer* GetLayer() const = 0;
 
-    // The integer user property of that key: true, and `value` is set; otherwise false, and `value` stays as it was.
+    // The integer user property of that key: true, and `value` is set; otherwise false, and `value` stays as
+    // it was.
     virtual bool GetUserPropInt(HostText key, std::int32_t& value) const = 0;
 
-    // The object as the modifiers leave it at time `t`; null where the node has none. Valid until the next evaluation.
+    // The object as the modifiers leave it at time `t`; null where the node has none. Valid until the next
+    // evaluation.
     virtual Object* EvalWorldState(TimeValue t) = 0;
 };
 
@@ -72,8 +75,9 @@ class IInstanceMgr {
   public:
     virtual ~IInstanceMgr() = default;
 
-    // All instances of the node's object, the node itself among them, in the host's order. The last is the group's
-    // master. Must not cost more than a constant however large the group is: it is asked for each of its members.
+    // All instances of the node's object, the node itself among them, in the host's order. The last is the
+    // group's master. Must not cost more than a constant however large the group is: it is asked for each of
+    // its members.
     virtual INodeTab GetInstances(const INode& node) const = 0;
 };
 
@@ -92,8 +96,8 @@ class IGameNode {
     // Frees the object's data. The object must not be used afterwards, the node may.
     virtual void ReleaseIGameObject() = 0;
 
-    // Object space to world space, the object's offset from the node included: the space in which meshes have their
-    // vertices.
+    // Object space to world space, the object's offset from the node included: the space in which meshes have
+    // their vertices.
     virtual GMatrix GetObjectTM(TimeValue t = TIME_NegInfinity) const = 0;
 
     virtual int GetChildCount() const = 0;

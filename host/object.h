@@ -25,8 +25,8 @@ class Object {
     // The box of the whole object in object space at time `t`.
     virtual Box3 GetDeformBBox(TimeValue t) const = 0;
 
-    // The object as a triangle object at time `t`; null where it cannot be one. A result other than this object itself
-    // is new, and the caller ends it with TriObject::DeleteThis.
+    // The object as a triangle object at time `t`; null where it cannot be one. A result other than this
+    // object itself is new, and the caller ends it with TriObject::DeleteThis.
     virtual TriObject* ConvertToTriObject(TimeValue t) = 0;
 };
 

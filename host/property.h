@@ -15,8 +15,8 @@ class IGameProperty {
 
     virtual HostText GetName() const = 0;
 
-    // The value at the static frame, where it is of that type: true, and `value` is set. Otherwise false, and `value`
-    // stays as it was.
+    // The value at the static frame, where it is of that type: true, and `value` is set. Otherwise false, and
+    // `value` stays as it was.
     virtual bool GetPropertyValue(float& value) const = 0;
     virtual bool GetPropertyValue(Point3& value) const = 0;
     virtual bool GetPropertyValue(Point4& value) const = 0;

@@ -29,8 +29,8 @@ class SceneExport {
     virtual unsigned int Version() = 0;
     virtual void ShowAbout(void* window) = 0;
 
-    // Exports the scene to the package that `name` names. File-system errors and errors of the host leave it as
-    // exceptions.
+    // Exports the scene to the package that `name` names. File-system errors and errors of the host leave it
+    // as exceptions.
     virtual int DoExport(const MCHAR* name, ExpInterface* ei, Interface* i, int suppressPrompts,
                          std::uint32_t options) = 0;
 

@@ -5,8 +5,8 @@
 
 namespace velinor {
 
-// The full path of the running program's executable. Throws std::filesystem::filesystem_error where the system does not
-// tell it.
+// The full path of the running program's executable. Throws std::filesystem::filesystem_error where the
+// system does not tell it.
 std::filesystem::path executablePath();
 
 }  // namespace velinor

@@ -2,6 +2,8 @@
 
 namespace velinor {
 
-std::filesystem::path executablePath() { return std::filesystem::read_symlink("/proc/self/exe"); }
+std::filesystem::path executablePath() {
+    return std::filesystem::read_symlink("/proc/self/exe");
+}
 
 }  // namespace velinor

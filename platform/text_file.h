@@ -7,17 +7,21 @@
 #include <string>
 #include <string_view>
 
+#include "base/text_sink.h"
+
 namespace velinor {
 
-// A text file open for writing; an existing file is truncated. Lines end as the platform ends them: a line feed stays
-// one, except on Windows, where it becomes CR LF. Errors never throw: they are kept, and close() tells.
-class TextFile {
+// A text file open for writing; an existing file is truncated. Lines end as the platform ends them: a line
+// feed stays one, except on Windows, where it becomes CR LF. Errors never throw: they are kept, and close()
+// tells.
+class TextFile final : public TextSink {
   public:
     explicit TextFile(const std::filesystem::path& path);
 
-    void write(std::string_view text);
+    void write(std::string_view text) override;
 
-    // Writes out what is buffered and closes the file. True where everything since the opening is in the file.
+    // Writes out what is buffered and closes the file. True where everything since the opening is in the
+    // file.
     bool close();
 
     // What went wrong first, in the system's words ("No space left on device"); empty where nothing did.

@@ -40,18 +40,25 @@ class tolvex final : public host::SceneExport {
     void ShowAbout(void* window) override;
     int SupportsOptions(int ext, std::uint32_t options) override;
 
-    // Exports the host's scene into the package folder D/N, where `name` is D/N.E. Shows the options dialog unless
-    // `suppressPrompts` is nonzero. Always returns 1, also where the user cancels. Throws
-    // std::filesystem::filesystem_error where a folder cannot be made or cleaned, and passes on what the host throws.
+    // Exports the host's scene into the package folder D/N, where `name` is D/N.E. Shows the options dialog
+    // unless `suppressPrompts` is nonzero. Always returns 1, also where the user cancels. Throws
+    // std::filesystem::filesystem_error where a folder cannot be made or cleaned, and passes on what the host
+    // throws.
     int DoExport(const host::MCHAR* name, host::ExpInterface* ei, host::Interface* i, int suppressPrompts,
                  std::uint32_t options) override;
+
+    // Derives the folders of the package from the file name that the user chose, and creates them.
+    void PreparePackageFolders(const std::filesystem::path& fileName);
+
+    // Removes what the package does not need once its meshes are converted.
+    void CleanExportFolder();
 
     ExportSettings settings;
     ExportContext context;
 
   private:
-    // Writes index.jsx, where.json and webtables.json into the package folder. Always true: a file that cannot be
-    // written is told in the report.
+    // Writes index.jsx, where.json and webtables.json into the package folder. Always true: a file that
+    // cannot be written is told in the report.
     bool WriteDescriptorFiles();
 
     ExportEnvironment environment_;

@@ -13,7 +13,8 @@ class OptionsDialog {
   public:
     virtual ~OptionsDialog() = default;
 
-    // Lets the user change `settings`. Where the result is not `confirmed`, they hold what was stored on the way.
+    // Lets the user change `settings`. Where the result is not `confirmed`, they hold what was stored on the
+    // way.
     virtual DialogResult run(ExportSettings& settings) = 0;
 };
 

@@ -90,8 +90,8 @@ struct SnapshotMesh {
     std::optional<std::int32_t> mapChannels = {};  // absent: the larger of 2 and the highest channel plus 1
     std::map<std::int32_t, SnapshotMapChannel> maps = {};  // by channel number
     std::vector<host::Point3> specifiedNormals = {};       // 1 a vertex, or empty: none
-    std::vector<std::optional<SnapshotRenderVertex>> renderVertices =
-        {};  // 1 a vertex, or empty: all built from the faces
+    // 1 a vertex, or empty: all built from the faces.
+    std::vector<std::optional<SnapshotRenderVertex>> renderVertices = {};
 
     bool operator==(const SnapshotMesh&) const = default;
 };
@@ -112,8 +112,8 @@ struct SnapshotMapProperty {
 
 struct SnapshotProperty {
     std::u16string name = {};
-    std::variant<float, host::Point3, host::Point4, std::u16string, SnapshotMapProperty> value =
-        {};  // value or map
+    // Member value, or map for a SnapshotMapProperty.
+    std::variant<float, host::Point3, host::Point4, std::u16string, SnapshotMapProperty> value = {};
 
     bool operator==(const SnapshotProperty&) const = default;
 };

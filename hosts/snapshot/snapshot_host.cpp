@@ -29,7 +29,7 @@ class Node;
 
 // What the nodes of one scene share.
 struct Scene {
-    Scene(const SceneSnapshot& scene) : snapshot(scene), materials(scene) {}
+    explicit Scene(const SceneSnapshot& scene) : snapshot(scene), materials(scene) {}
 
     const SceneSnapshot& snapshot;
     SnapshotHostMaterials materials;
@@ -142,6 +142,7 @@ class SnapshotHost final : public host::Host, public host::IGameScene {
     // The whole scene only: exporters select for themselves.
     bool InitialiseIGame(bool selected) override { return !selected; }
 
+    int GetTotalNodeCount() const override { return static_cast<int>(scene_.snapshot.nodes.size()); }
     int GetTopLevelNodeCount() const override { return static_cast<int>(scene_.snapshot.roots.size()); }
     host::IGameNode* GetTopLevelNode(int index) const override {
         return &scene_.nodes[scene_.snapshot.roots.at(static_cast<std::size_t>(index))];

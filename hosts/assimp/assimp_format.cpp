@@ -1,0 +1,90 @@
+#include "hosts/assimp/assimp_format.h"
+
+#include <assimp/importerdesc.h>
+
+#include <algorithm>
+#include <assimp/Importer.hpp>
+#include <map>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+namespace velinor {
+namespace {
+
+// By the first ending that the library lists for a reader.
+constexpr std::pair<std::string_view, FileFormat> kFormats[] = {
+    {"fbx", FileFormat::fbx},         {"gltf", FileFormat::gltf},       {"dae", FileFormat::collada},
+    {"obj", FileFormat::obj},         {"3ds", FileFormat::threeDs},     {"ase", FileFormat::ase},
+    {"stl", FileFormat::upright},     {"ply", FileFormat::upright},     {"off", FileFormat::upright},
+    {"blend", FileFormat::upright},   {"amf", FileFormat::upright},     {"3mf", FileFormat::upright},
+    {"dxf", FileFormat::rotatedRoot}, {"md2", FileFormat::rotatedRoot}, {"md5mesh", FileFormat::rotatedRoot},
+    {"mdc", FileFormat::rotatedRoot}, {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},
+};
+
+std::vector<std::string> endingsOf(const aiImporterDesc& reader) {
+    std::istringstream list(reader.mFileExtensions == nullptr ? "" : reader.mFileExtensions);
+    std::vector<std::string> endings;
+    for (std::string ending; list >> ending;)
+        endings.push_back(std::move(ending));
+    return endings;
+}
+
+// "Autodesk FBX Importer" without its last word.
+std::string descriptionOf(const aiImporterDesc& reader) {
+    std::string name = reader.mName == nullptr ? "" : reader.mName;
+    for (const std::string_view word : {" Importer", " Reader"}) {
+        const auto at = name.find(word);
+        if (at != std::string::npos) name.erase(at, word.size());
+    }
+    return name;
+}
+
+std::string lowerCase(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
+}  // namespace
+
+FileFormat formatLastRead(const Assimp::Importer& importer) {
+    const int index = importer.GetPropertyInteger("importerIndex", -1);
+    const aiImporterDesc* reader =
+        index < 0 ? nullptr : importer.GetImporterInfo(static_cast<std::size_t>(index));
+    if (reader == nullptr) return FileFormat::other;
+    const auto endings = endingsOf(*reader);
+    if (endings.empty()) return FileFormat::other;
+    for (const auto& [ending, format] : kFormats) {
+        if (endings.front() == ending) return format;
+    }
+    return FileFormat::other;
+}
+
+std::vector<SceneFileEnding> assimpFileEndings() {
+    const Assimp::Importer importer;
+    std::map<std::string, std::string> descriptions;
+    for (std::size_t i = 0; i < importer.GetImporterCount(); ++i) {
+        const aiImporterDesc* reader = importer.GetImporterInfo(i);
+        if (reader == nullptr) continue;
+        for (const std::string& ending : endingsOf(*reader)) {
+            std::string& description = descriptions[ending];
+            if (!description.empty()) description += ", ";
+            description += descriptionOf(*reader);
+        }
+    }
+    std::vector<SceneFileEnding> endings;
+    for (auto& [ending, description] : descriptions)
+        endings.push_back({ending, std::move(description)});
+    return endings;
+}
+
+bool canReadWithAssimp(const std::filesystem::path& file) {
+    const std::string ending = lowerCase(file.extension().string());
+    if (ending.size() < 2) return false;
+    return std::ranges::any_of(assimpFileEndings(),
+                               [&](const SceneFileEnding& known) { return "." + known.ending == ending; });
+}
+
+}  // namespace velinor

@@ -1,0 +1,39 @@
+// The file formats that the library reads, as far as scenes of one are to be taken otherwise than those of
+// another.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/assimp/assimp_reader.h"
+
+namespace Assimp {
+class Importer;
+}
+
+namespace velinor {
+
+enum class FileFormat {
+    fbx,
+    gltf,
+    collada,
+    obj,
+    threeDs,
+    ase,
+    upright,      // Z-up as it stands: STL, PLY, OFF, Blender's, AMF, 3MF
+    rotatedRoot,  // the root's matrix turns Z-up to Y-up: DXF, Quake models, IFC, ...
+    other,        // brought to Y-up by the library
+};
+
+// What is known of a file beside its content as the library shows it.
+struct SourceFile {
+    std::string shown;  // the file as the user named it, fit for one line
+    std::string stem;   // the last component without its ending
+    FileFormat format = FileFormat::other;
+    bool isAsciiFbx = false;
+};
+
+// The format of the file that `importer` read last.
+FileFormat formatLastRead(const Assimp::Importer& importer);
+
+}  // namespace velinor

@@ -1,0 +1,146 @@
+#include "hosts/assimp/assimp_lights_cameras.h"
+
+#include <assimp/scene.h>
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "hosts/assimp/assimp_metadata.h"
+#include "hosts/assimp/assimp_text.h"
+
+namespace velinor {
+namespace {
+
+template <typename Device>
+using Matches = std::unordered_map<const aiNode*, const Device*>;
+
+template <typename Device>
+using ByName = std::map<std::string_view, std::vector<const Device*>>;
+
+template <typename Device>
+ByName<Device> byName(std::span<Device* const> devices) {
+    ByName<Device> lists;
+    for (const Device* device : devices) {
+        if (device != nullptr) lists[textOf(device->mName)].push_back(device);
+    }
+    for (auto& [name, list] : lists)
+        std::ranges::reverse(list);
+    return lists;
+}
+
+// Gives the k-th device of a name to the k-th node of that name that may have one; what stays is told.
+template <typename Device>
+Matches<Device> matchByName(std::span<Device* const> devices, std::span<const aiNode* const> postOrder,
+                            std::string_view kind, ImportNotes& notes) {
+    Matches<Device> matches;
+    auto waiting = byName(devices);
+    if (waiting.empty()) return matches;
+    for (const aiNode* node : postOrder) {
+        if (node->mNumMeshes != 0) continue;
+        const auto found = waiting.find(textOf(node->mName));
+        if (found == waiting.end() || found->second.empty()) continue;
+        matches.emplace(node, found->second.back());
+        found->second.pop_back();
+    }
+    for (const auto& [name, list] : waiting) {
+        for (const Device* device : list) {
+            notes.add(shownName(device->mName), std::string("this ") + std::string(kind) +
+                                                    " is left out: no node without a mesh bears its name");
+        }
+    }
+    return matches;
+}
+
+// glTF: several nodes may use one light, which then bears the name of the last of them only, but each node
+// names the light's number in the file. The library numbers lights in the order in which their first node is
+// left.
+std::optional<Matches<aiLight>> matchGltfLights(std::span<aiLight* const> lights,
+                                                std::span<const aiNode* const> postOrder,
+                                                ImportNotes& notes) {
+    std::map<std::uint64_t, std::size_t> ranks;
+    std::vector<std::pair<const aiNode*, std::size_t>> uses;
+    for (const aiNode* node : postOrder) {
+        const auto number = gltfLightOf(*node);
+        if (!number) continue;
+        const std::size_t rank = ranks.try_emplace(*number, ranks.size()).first->second;
+        uses.emplace_back(node, rank);
+    }
+    if (ranks.size() != lights.size()) return std::nullopt;
+    Matches<aiLight> matches;
+    for (const auto& [node, rank] : uses) {
+        if (lights[rank] == nullptr) continue;
+        if (node->mNumMeshes == 0) {
+            matches.emplace(node, lights[rank]);
+        } else {
+            notes.add(shownName(node->mName), "the light of this node is left out: the node has a mesh, too");
+        }
+    }
+    return matches;
+}
+
+// Axes of the node's own space in which a format keeps its lights and cameras, where it is not what the
+// library says.
+ColumnMatrix deviceToHost(const ColumnMatrix& nodeToFile, const SpaceRule& rule, FileFormat format) {
+    // 3DS: positions and directions are in the space of the file whatever the node's matrix.
+    return format == FileFormat::threeDs ? rule.fileToHost : rule.fileToHost * nodeToFile;
+}
+
+// 3DS has no up direction: upright, then.
+aiVector3D upOf(const aiVector3D& up, FileFormat format) {
+    return format == FileFormat::threeDs ? aiVector3D(0, 0, 1) : up;
+}
+
+}  // namespace
+
+NodeDevices matchDevices(const aiScene& scene, std::span<const aiNode* const> postOrder,
+                         const SourceFile& file, ImportNotes& notes) {
+    NodeDevices devices;
+    const std::span<aiLight* const> lights(scene.mLights, scene.mLights == nullptr ? 0 : scene.mNumLights);
+    const std::span<aiCamera* const> cameras(scene.mCameras,
+                                             scene.mCameras == nullptr ? 0 : scene.mNumCameras);
+    std::optional<Matches<aiLight>> exact;
+    if (file.format == FileFormat::gltf) exact = matchGltfLights(lights, postOrder, notes);
+    devices.lights = exact ? *std::move(exact) : matchByName(lights, postOrder, "light", notes);
+    devices.cameras = matchByName(cameras, postOrder, "camera", notes);
+    return devices;
+}
+
+std::optional<host::LightState> lightStateOf(const aiLight& light) {
+    host::LightState state;
+    switch (light.mType) {
+        case aiLightSource_DIRECTIONAL:
+            state.type = host::DIRECT_LGT;
+            break;
+        case aiLightSource_SPOT:
+            state.type = host::SPOT_LGT;
+            break;
+        case aiLightSource_AMBIENT:
+            return std::nullopt;
+        default:  // points, and the area and volume lights of FBX, for which the library has no type
+            state.type = host::OMNI_LGT;
+            break;
+    }
+    const aiColor3D& color = light.mColorDiffuse;
+    const float brightest = std::max({color.r, color.g, color.b, 1.0F});
+    state.color = {color.r / brightest, color.g / brightest, color.b / brightest};
+    return state;
+}
+
+host::GMatrix lightToWorld(const aiLight& light, const ColumnMatrix& nodeToFile, const SpaceRule& rule,
+                           FileFormat format) {
+    return viewToWorld(deviceToHost(nodeToFile, rule, format), light.mPosition, light.mDirection,
+                       upOf(light.mUp, format));
+}
+
+host::GMatrix cameraToWorld(const aiCamera& camera, const ColumnMatrix& nodeToFile, const SpaceRule& rule,
+                            FileFormat format) {
+    // glTF cameras repeat the translation of their node; ASE cameras look the other way than the library
+    // says.
+    const aiVector3D position = format == FileFormat::gltf ? aiVector3D() : camera.mPosition;
+    const aiVector3D look = format == FileFormat::ase ? aiVector3D(0, 0, -1) : camera.mLookAt;
+    return viewToWorld(deviceToHost(nodeToFile, rule, format), position, look, upOf(camera.mUp, format));
+}
+
+}  // namespace velinor

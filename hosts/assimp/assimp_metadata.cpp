@@ -1,0 +1,215 @@
+#include "hosts/assimp/assimp_metadata.h"
+
+#include <assimp/scene.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "base/text.h"
+#include "hosts/assimp/assimp_text.h"
+
+namespace velinor {
+namespace {
+
+// Properties that FBX writers give every node of their own accord; all others are the user's.
+constexpr std::string_view kFbxOwn[] = {
+    "AspectH",
+    "AspectHeight",
+    "AspectRatioMode",
+    "AspectW",
+    "AspectWidth",
+    "BackgroundMode",
+    "BBoxMax",
+    "BBoxMin",
+    "Color",
+    "DefaultAttributeIndex",
+    "FilmFormatIndex",
+    "ForegroundTransparent",
+    "Freeze",
+    "GateFit",
+    "InheritType",
+    "IsNull",
+    "LODBox",
+    "LookAtProperty",
+    "MaxHandle",
+    "MaxXform",
+    "NegativePercentShapeSupport",
+    "PrimaryVisibility",
+    "QuaternionInterpolate",
+    "RenderingMode",
+    "ResolutionMode",
+    "RotationActive",
+    "RotationMaxX",
+    "RotationMaxY",
+    "RotationMaxZ",
+    "RotationMinX",
+    "RotationMinY",
+    "RotationMinZ",
+    "RotationOrder",
+    "RotationSpaceForLimitOnly",
+    "ScalingActive",
+    "ScalingMax",
+    "ScalingMin",
+    "ScalingMaxX",
+    "ScalingMaxY",
+    "ScalingMaxZ",
+    "ScalingMinX",
+    "ScalingMinY",
+    "ScalingMinZ",
+    "Show",
+    "TranslationActive",
+    "TranslationMaxX",
+    "TranslationMaxY",
+    "TranslationMaxZ",
+    "TranslationMinX",
+    "TranslationMinY",
+    "TranslationMinZ",
+    "UDP3DSMAX",
+    "UserProperties",
+    "UpVectorProperty",
+    "ViewFrustum",
+    "VisibilityInheritance",
+    "currentUVSet",
+    "filmboxTypeID",
+    "lockInfluenceWeights",
+    "mr displacement edge length",
+    "notes",
+};
+
+std::optional<std::int32_t> asInteger(double value) {
+    const double least = std::numeric_limits<std::int32_t>::min();
+    const double most = std::numeric_limits<std::int32_t>::max();
+    if (!(value >= least && value <= most) || value != std::trunc(value)) return std::nullopt;
+    return static_cast<std::int32_t>(value);
+}
+
+std::optional<std::int32_t> asInteger(const aiMetadataEntry& entry) {
+    if (entry.mData == nullptr) return std::nullopt;
+    switch (entry.mType) {
+        case AI_BOOL:
+            return *static_cast<const bool*>(entry.mData) ? 1 : 0;
+        case AI_INT32:
+            return *static_cast<const std::int32_t*>(entry.mData);
+        case AI_UINT64: {
+            const auto value = *static_cast<const std::uint64_t*>(entry.mData);
+            if (value > std::uint64_t{std::numeric_limits<std::int32_t>::max()}) return std::nullopt;
+            return static_cast<std::int32_t>(value);
+        }
+        case AI_FLOAT:
+            return asInteger(double{*static_cast<const float*>(entry.mData)});
+        case AI_DOUBLE:
+            return asInteger(*static_cast<const double*>(entry.mData));
+        default:
+            return std::nullopt;
+    }
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+// The whole of `text` as a decimal integer.
+std::optional<std::int32_t> asInteger(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    std::int32_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return value;
+}
+
+// Lines "key = value", as 3ds Max keeps them; the first of several lines of one key counts.
+void readPropertyText(std::string_view text, NodeMetadata& data) {
+    while (!text.empty()) {
+        const auto end = std::min(text.find_first_of("\r\n"), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        const auto equals = line.find('=');
+        if (equals == std::string_view::npos || trimmed(line.substr(0, equals)).empty()) continue;
+        if (const auto value = asInteger(trimmed(line.substr(equals + 1)))) {
+            data.userProperties.try_emplace(toUtf16Lossy(trimmed(line.substr(0, equals))), *value);
+        } else {
+            ++data.otherProperties;
+        }
+    }
+}
+
+void readFbxPropertyText(const aiMetadata& metadata, bool isAscii, NodeMetadata& data) {
+    aiString raw;
+    if (!metadata.Get("UserProperties", raw) || raw.length == 0) metadata.Get("UDP3DSMAX", raw);
+    std::string text = isAscii ? decodeFbxEntities(textOf(raw)) : std::string(textOf(raw));
+    if (isCutOff(raw)) {
+        data.isTextCut = true;
+        text.erase(std::min(text.find_last_of("\r\n"), text.size()));
+    }
+    readPropertyText(text, data);
+}
+
+bool isOfTheWriter(FileFormat format, std::string_view key) {
+    switch (format) {
+        case FileFormat::fbx:
+            return std::ranges::find(kFbxOwn, key) != std::end(kFbxOwn);
+        case FileFormat::gltf:
+            return key == "extensions";
+        case FileFormat::collada:
+            return key == "Collada_id" || key == "Collada_sid";
+        default:
+            return false;
+    }
+}
+
+const aiMetadata* nested(const aiMetadata* data, const char* key) {
+    for (unsigned i = 0; data != nullptr && i < data->mNumProperties; ++i) {
+        const aiMetadataEntry& entry = data->mValues[i];
+        if (textOf(data->mKeys[i]) == key && entry.mType == AI_AIMETADATA) {
+            return static_cast<const aiMetadata*>(entry.mData);
+        }
+    }
+    return nullptr;
+}
+
+bool isHidden(const aiMetadata& data, FileFormat format) {
+    bool visible = true;
+    if (format == FileFormat::fbx) data.Get("Show", visible);
+    if (format == FileFormat::gltf) {
+        const aiMetadata* visibility = nested(nested(&data, "extensions"), "KHR_node_visibility");
+        if (visibility != nullptr) visibility->Get("visible", visible);
+    }
+    return !visible;
+}
+
+}  // namespace
+
+NodeMetadata readNodeMetadata(const aiNode& node, const SourceFile& file) {
+    NodeMetadata data;
+    if (node.mMetaData == nullptr) return data;
+    const aiMetadata& metadata = *node.mMetaData;
+    data.hidden = isHidden(metadata, file.format);
+    bool isNull = false;
+    if (file.format == FileFormat::fbx) {
+        readFbxPropertyText(metadata, file.isAsciiFbx, data);
+        if (metadata.Get("IsNull", isNull)) data.isNull = isNull;
+    }
+    for (unsigned i = 0; i < metadata.mNumProperties; ++i) {
+        if (isOfTheWriter(file.format, textOf(metadata.mKeys[i]))) continue;
+        if (const auto value = asInteger(metadata.mValues[i])) {
+            data.userProperties.try_emplace(hostName(metadata.mKeys[i]), *value);
+        } else {
+            ++data.otherProperties;
+        }
+    }
+    return data;
+}
+
+std::optional<std::uint64_t> gltfLightOf(const aiNode& node) {
+    const aiMetadata* punctual = nested(nested(node.mMetaData, "extensions"), "KHR_lights_punctual");
+    std::uint64_t light = 0;
+    if (punctual == nullptr || !punctual->Get("light", light)) return std::nullopt;
+    return light;
+}
+
+}  // namespace velinor

@@ -1,0 +1,107 @@
+#include "hosts/assimp/assimp_nodes.h"
+
+#include <assimp/scene.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "base/text.h"
+#include "hosts/assimp/assimp_text.h"
+#include "hosts/snapshot/scene_error.h"
+
+namespace velinor {
+namespace {
+
+bool hasContent(const aiNode& node, const NodeDevices& devices) {
+    return node.mNumMeshes != 0 || devices.lights.contains(&node) || devices.cameras.contains(&node);
+}
+
+// Names that the library gives to roots: none, or one in angle brackets.
+bool isInventedRootName(std::string_view name) {
+    return name.empty() || (name.starts_with('<') && name.ends_with('>'));
+}
+
+bool isRootOfFileOnly(const aiNode& root, FileFormat format) {
+    const std::string_view name = textOf(root.mName);
+    switch (format) {
+        case FileFormat::fbx:
+        case FileFormat::collada:
+        case FileFormat::obj:
+        case FileFormat::threeDs:
+        case FileFormat::ase:
+            return true;
+        case FileFormat::gltf:
+            return name == "ROOT";
+        default:
+            return isInventedRootName(name);
+    }
+}
+
+bool isLeftOut(const aiNode& node, FileFormat format, const NodeDevices& devices) {
+    if (format == FileFormat::fbx && textOf(node.mName).find("_$AssimpFbx$_") != std::string_view::npos)
+        return true;
+    if (hasContent(node, devices)) return false;
+    if (node.mParent == nullptr) return isRootOfFileOnly(node, format);
+    if (format == FileFormat::obj) return true;  // an "o" that a "g" follows
+    return format == FileFormat::ase && node.mName.length == 0;
+}
+
+ColumnMatrix matrixOf(const aiMatrix4x4& m) {
+    return {m.a1, m.a2, m.a3, m.a4, m.b1, m.b2, m.b3, m.b4, m.c1, m.c2, m.c3, m.c4, m.d1, m.d2, m.d3, m.d4};
+}
+
+struct Visit {
+    const aiNode* node = nullptr;
+    std::optional<std::uint32_t> parent;
+    ColumnMatrix parentToFile;
+};
+
+}  // namespace
+
+std::vector<const aiNode*> nodesInPostOrder(const aiScene& scene, const SourceFile& file) {
+    // Parents first and children from the last to the first, turned round.
+    std::vector<const aiNode*> order;
+    std::vector<const aiNode*> open{scene.mRootNode};
+    while (!open.empty()) {
+        const aiNode* node = open.back();
+        open.pop_back();
+        if (node == nullptr || (node->mNumChildren != 0 && node->mChildren == nullptr)) {
+            throw SceneError(file.shown + ": cannot be read: the file's node tree has a hole");
+        }
+        order.push_back(node);
+        open.insert(open.end(), node->mChildren, node->mChildren + node->mNumChildren);
+    }
+    std::ranges::reverse(order);
+    return order;
+}
+
+std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, const SpaceRule& rule,
+                                 const NodeDevices& devices) {
+    std::vector<FileNode> nodes;
+    std::vector<Visit> open{{scene.mRootNode, std::nullopt, {}}};
+    while (!open.empty()) {
+        Visit visit = open.back();
+        open.pop_back();
+        const aiNode& node = *visit.node;
+        const bool isMatrixDropped = node.mParent == nullptr && rule.dropsRootMatrix;
+        const ColumnMatrix nodeToFile =
+            isMatrixDropped ? ColumnMatrix() : visit.parentToFile * matrixOf(node.mTransformation);
+        if (!isLeftOut(node, file.format, devices)) {
+            nodes.push_back({&node, visit.parent, nodeToFile});
+            visit.parent = static_cast<std::uint32_t>(nodes.size() - 1);
+        }
+        for (unsigned i = node.mNumChildren; i > 0; --i)
+            open.push_back({node.mChildren[i - 1], visit.parent, nodeToFile});
+    }
+    return nodes;
+}
+
+std::u16string nodeName(const FileNode& node, const SourceFile& file) {
+    const aiString& name = node.node->mName;
+    if (node.node->mParent == nullptr && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
+    if (!file.isAsciiFbx) return hostName(name);
+    return hostName(aiString(decodeFbxEntities(textOf(name))));
+}
+
+}  // namespace velinor

@@ -1,0 +1,139 @@
+#include "hosts/assimp/assimp_preflight.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <fstream>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include "base/text.h"
+#include "hosts/snapshot/scene_error.h"
+
+namespace velinor {
+namespace {
+
+constexpr std::size_t kBeginning = 16384;
+
+// The first bytes of the file. Throws SceneError where there are none.
+std::string readBeginning(const std::filesystem::path& file, const std::string& shown) {
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status)) throw SceneError(shown + ": there is no such file");
+    if (std::filesystem::is_directory(status)) throw SceneError(shown + ": is a folder, not a scene file");
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) throw SceneError(shown + ": cannot be opened; check the permissions of the file");
+    std::string beginning(kBeginning, '\0');
+    stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    beginning.resize(static_cast<std::size_t>(stream.gcount()));
+    if (beginning.empty()) throw SceneError(shown + ": the file is empty");
+    return beginning;
+}
+
+std::string lowerCaseEnding(const std::filesystem::path& file) {
+    std::string ending = file.extension().string();
+    for (char& c : ending)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return ending;
+}
+
+bool isTextEnding(std::string_view ending) {
+    constexpr std::string_view kTextEndings[] = {".ase", ".ask", ".obj", ".dae", ".xml", ".x3d", ".gltf"};
+    return std::ranges::find(kTextEndings, ending) != std::end(kTextEndings);
+}
+
+bool isUtf16(std::string_view bytes) {
+    if (bytes.size() < 2) return false;
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
+    return (bytes[0] == '\0') != (bytes[1] == '\0');
+}
+
+// The next word of `text`, which loses it; empty at the end. "#" begins a remark up to the end of the line.
+std::string_view nextWord(std::string_view& text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    for (;;) {
+        text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+        if (!text.starts_with('#')) break;
+        text.remove_prefix(std::min(text.find('\n'), text.size()));
+    }
+    const std::string_view word = text.substr(0, text.find_first_of(kBlanks));
+    text.remove_prefix(word.size());
+    return word;
+}
+
+std::optional<std::uint64_t> asCount(std::string_view word) {
+    std::uint64_t count = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), count);
+    if (word.empty() || end != word.data() + word.size()) return std::nullopt;
+    // More than 64 bits hold is more than any file holds.
+    return error == std::errc::result_out_of_range ? UINT64_MAX : count;
+}
+
+struct PromisedCounts {
+    std::optional<std::uint64_t> vertices;
+    std::optional<std::uint64_t> faces;
+};
+
+// OFF: "OFF", the number of vertices, that of faces.
+PromisedCounts offCounts(std::string_view text) {
+    if (nextWord(text).find("OFF") == std::string_view::npos) return {};
+    PromisedCounts counts;
+    counts.vertices = asCount(nextWord(text));
+    counts.faces = asCount(nextWord(text));
+    return counts;
+}
+
+// PLY: a header with "element vertex N" and "element face N".
+PromisedCounts plyCounts(std::string_view text) {
+    PromisedCounts counts;
+    for (auto word = nextWord(text); !word.empty() && word != "end_header"; word = nextWord(text)) {
+        if (word != "element") continue;
+        const std::string_view what = nextWord(text);
+        if (what == "vertex") counts.vertices = asCount(nextWord(text));
+        if (what == "face") counts.faces = asCount(nextWord(text));
+    }
+    return counts;
+}
+
+// Every vertex and every face takes a byte at the very least.
+void refuseTooShort(std::optional<std::uint64_t> count, const char* what, std::uint64_t size,
+                    const std::string& shown) {
+    if (!count || *count <= size) return;
+    throw SceneError(shown + ": the file is damaged or cut off: it promises " + std::to_string(*count) + " " +
+                     what + " and has " + std::to_string(size) + " bytes");
+}
+
+void refuseEmptyPromises(const std::filesystem::path& file, std::string_view beginning,
+                         const std::string& shown) {
+    const std::string ending = lowerCaseEnding(file);
+    PromisedCounts counts;
+    if (ending == ".off") counts = offCounts(beginning);
+    if (ending == ".ply") counts = plyCounts(beginning);
+    std::error_code error;
+    const std::uint64_t size = std::filesystem::file_size(file, error);
+    if (error) return;  // no regular file; its size is not known
+    refuseTooShort(counts.vertices, "vertices", size, shown);
+    refuseTooShort(counts.faces, "faces", size, shown);
+}
+
+}  // namespace
+
+SourceFile examineSceneFile(const std::filesystem::path& file) {
+    SourceFile source;
+    source.shown = printable(file.string());
+    source.stem = file.stem().string();
+    const std::string beginning = readBeginning(file, source.shown);
+    if (!canReadWithAssimp(file)) {
+        throw SceneError(source.shown + ": scene files of the ending \"" +
+                         printable(file.extension().string()) + "\" cannot be read");
+    }
+    if (isTextEnding(lowerCaseEnding(file)) && isUtf16(beginning)) {
+        throw SceneError(source.shown + ": the file is UTF-16 text, which cannot be read; save it as UTF-8");
+    }
+    refuseEmptyPromises(file, beginning, source.shown);
+    source.isAsciiFbx = !beginning.starts_with("Kaydara FBX Binary");
+    return source;
+}
+
+}  // namespace velinor

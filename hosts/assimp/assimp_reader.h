@@ -1,0 +1,46 @@
+// Scene files of many programs (FBX, glTF, COLLADA, OBJ, 3DS, ...), read with Assimp into a scene snapshot.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/progress.h"
+#include "hosts/assimp/import_notes.h"
+#include "hosts/snapshot/scene_snapshot.h"
+
+namespace velinor {
+
+enum class UpAxis { y, z };
+
+struct AssimpOptions {
+    // The axis that points up in files of formats that do not state one (OBJ, STL, PLY, ...); absent: the
+    // usual axis of the format. Formats that state their axis (FBX, glTF, COLLADA, ...) keep it, and a note
+    // says so.
+    std::optional<UpAxis> upAxis;
+};
+
+// A file ending that can be read, for help texts.
+struct SceneFileEnding {
+    std::string ending;       // in small letters, without the dot: "fbx"
+    std::string description;  // the name of the format: "Autodesk FBX"
+
+    bool operator==(const SceneFileEnding&) const = default;
+};
+
+// All endings, in alphabetical order.
+std::vector<SceneFileEnding> assimpFileEndings();
+
+// Whether the ending of `file` is one of them, in small or capital letters. The file need not exist.
+bool canReadWithAssimp(const std::filesystem::path& file);
+
+// The scene in `file`: hierarchy, transforms in host space (lengths as they stand in the file), instances,
+// meshes, lights, cameras, helpers, user properties, and materials by class and name. Fills `notes` with what
+// is left out. Throws SceneError, with a message that begins with `file` as given, where the file cannot be
+// read or holds nothing. What `progress` throws passes through. Prints nothing, and keeps nothing beyond the
+// call. Damaged files of some formats abort or hang inside the library: call it in a process that may die.
+SceneSnapshot readWithAssimp(const std::filesystem::path& file, const AssimpOptions& options,
+                             Progress& progress, ImportNotes& notes);
+
+}  // namespace velinor

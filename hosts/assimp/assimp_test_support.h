@@ -1,0 +1,194 @@
+// What the tests of this folder share: scratch files, the model collection, and looks into a snapshot.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/text.h"
+#include "hosts/assimp/assimp_reader.h"
+#include "hosts/snapshot/scene_error.h"
+
+namespace velinor {
+
+// A folder of its own for each test, removed at its end.
+class ScratchFolder {
+  public:
+    ScratchFolder() {
+        std::string form = (std::filesystem::temp_directory_path() / "tolvex-assimp-XXXXXX").string();
+        if (mkdtemp(form.data()) == nullptr) throw std::runtime_error("no scratch folder " + form);
+        path_ = form;
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::filesystem::path& path() const { return path_; }
+
+    std::filesystem::path write(const std::string& name, std::string_view bytes) const {
+        std::ofstream(path_ / name, std::ios::binary)
+            .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return path_ / name;
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+// A scene as read, with the notes that came with it.
+struct ReadScene {
+    SceneSnapshot scene;
+    ImportNotes notes;
+
+    // The k-th node of that name, in order; fails the test where there is none.
+    const SnapshotNode& node(std::u16string_view name, int k = 0) const {
+        for (const SnapshotNode& node : scene.nodes) {
+            if (node.name == name && k-- == 0) return node;
+        }
+        ADD_FAILURE() << "no such node: " << toUtf8(name);
+        static const SnapshotNode none;
+        return none;
+    }
+
+    std::int32_t type(std::u16string_view name) const {
+        const SnapshotNode& found = node(name);
+        return found.object ? found.object->type : -1;
+    }
+
+    const SnapshotMesh& meshOf(const SnapshotNode& node) const {
+        if (node.object && node.object->mesh) return scene.meshes[*node.object->mesh];
+        ADD_FAILURE() << "no mesh at node " << toUtf8(node.name);
+        static const SnapshotMesh none;
+        return none;
+    }
+
+    const SnapshotMaterial& materialOf(const SnapshotNode& node) const {
+        if (node.material) return scene.materials[*node.material];
+        ADD_FAILURE() << "no material at node " << toUtf8(node.name);
+        static const SnapshotMaterial none;
+        return none;
+    }
+
+    std::size_t countOfType(std::int32_t type) const {
+        std::size_t count = 0;
+        for (const SnapshotNode& node : scene.nodes)
+            count += node.object && node.object->type == type ? 1U : 0U;
+        return count;
+    }
+
+    std::size_t triangles() const {
+        std::size_t count = 0;
+        for (const SnapshotMesh& mesh : scene.meshes)
+            count += mesh.faces.size();
+        return count;
+    }
+
+    bool isNoted(std::string_view subject, std::string_view part) const {
+        for (const ImportNote& note : notes.notes()) {
+            if (note.subject == subject && note.text.find(part) != std::string::npos) return true;
+        }
+        return false;
+    }
+};
+
+inline ReadScene readScene(const std::filesystem::path& file, const AssimpOptions& options = {}) {
+    ReadScene read;
+    NoProgress progress;
+    read.scene = readWithAssimp(file, options, progress, read.notes);
+    return read;
+}
+
+// The first thing in `scene` that names what does not exist or has not the length that it must have; empty
+// where there is none.
+inline std::string faultOf(const SceneSnapshot& scene) {
+    const auto exceeds = [](const std::vector<FaceIndices>& faces, std::size_t count) {
+        return std::ranges::any_of(faces, [count](const FaceIndices& face) {
+            return std::ranges::any_of(face, [count](std::uint32_t vertex) { return vertex >= count; });
+        });
+    };
+    for (std::size_t i = 0; i < scene.meshes.size(); ++i) {
+        const SnapshotMesh& mesh = scene.meshes[i];
+        const std::string place = "mesh " + std::to_string(i) + ": ";
+        if (exceeds(mesh.faces, mesh.vertices.size())) return place + "vertex of a face";
+        if (!mesh.materialIds.empty() && mesh.materialIds.size() != mesh.faces.size())
+            return place + "material IDs";
+        for (const std::size_t size : {mesh.specifiedNormals.size(), mesh.renderVertices.size()}) {
+            if (size != 0 && size != mesh.vertices.size()) return place + "normals";
+        }
+        for (const auto& [number, channel] : mesh.maps) {
+            const std::string map = place + "channel " + std::to_string(number);
+            if (channel.faces.size() != mesh.faces.size()) return map + ", number of faces";
+            if (exceeds(channel.faces, channel.vertices.size())) return map + ", vertex of a face";
+        }
+    }
+    std::vector<int> parents(scene.nodes.size(), 0);
+    for (const SnapshotRef root : scene.roots)
+        ++parents.at(root);
+    for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
+        const SnapshotNode& node = scene.nodes[i];
+        const std::string place = "node " + std::to_string(i) + ": ";
+        for (const SnapshotRef child : node.children)
+            ++parents.at(child);
+        if (node.material && *node.material >= scene.materials.size()) return place + "material";
+        if (!node.object) return place + "object";
+        if (node.object->mesh.has_value() != (node.object->type == host::IGameObject::IGAME_MESH))
+            return place + "mesh";
+        if (node.object->mesh && *node.object->mesh >= scene.meshes.size()) return place + "mesh";
+    }
+    return std::ranges::all_of(parents, [](int count) { return count == 1; })
+               ? ""
+               : "a node that is not once in the tree";
+}
+
+// The message of the SceneError that reading `file` throws; empty where it throws none.
+inline std::string refusal(const std::filesystem::path& file) {
+    try {
+        readScene(file);
+    } catch (const SceneError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+inline void expectRow(const host::GMatrix::Row& row, float x, float y, float z, float tolerance) {
+    EXPECT_NEAR(row[0], x, tolerance);
+    EXPECT_NEAR(row[1], y, tolerance);
+    EXPECT_NEAR(row[2], z, tolerance);
+}
+
+inline void expectAt(const SnapshotNode& node, float x, float y, float z, float tolerance) {
+    SCOPED_TRACE(toUtf8(node.name));
+    expectRow(node.worldTransform[3], x, y, z, tolerance);
+}
+
+// Whether the node stands in the scene as its object does, moved and scaled by one factor at most.
+inline void expectUnrotated(const SnapshotNode& node, float scale = 1) {
+    SCOPED_TRACE(toUtf8(node.name));
+    expectRow(node.worldTransform[0], scale, 0, 0, 1e-6F);
+    expectRow(node.worldTransform[1], 0, scale, 0, 1e-6F);
+    expectRow(node.worldTransform[2], 0, 0, scale, 1e-6F);
+}
+
+// The model collection of Debian's package assimp-testmodels.
+class ModelTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(std::filesystem::is_directory(models()))
+            << "the test models are missing in " << models()
+            << ": install the package assimp-testmodels, or set "
+            << "TOLVEX_TEST_MODELS to their folder";
+    }
+
+    static std::filesystem::path models() { return TOLVEX_TEST_MODELS; }
+    static ReadScene readModel(const char* name) { return readScene(models() / name); }
+};
+
+}  // namespace velinor

@@ -1,0 +1,32 @@
+// What a scene file holds that a snapshot cannot, or that the reader had to leave out.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velinor {
+
+// One remark: about whom (a node, a mesh, a material or the file; UTF-8, as named in the file) and what
+// (UTF-8).
+struct ImportNote {
+    std::string subject;
+    std::string text;
+
+    bool operator==(const ImportNote&) const = default;
+};
+
+// Collects remarks in the order in which they arise. A reader writes to it, its caller shows it.
+class ImportNotes {
+  public:
+    void add(std::string_view subject, std::string_view text) {
+        notes_.push_back({std::string(subject), std::string(text)});
+    }
+
+    const std::vector<ImportNote>& notes() const { return notes_; }
+
+  private:
+    std::vector<ImportNote> notes_;
+};
+
+}  // namespace velinor

@@ -1,0 +1,183 @@
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <system_error>
+
+#include "platform/isolated_run.h"
+
+namespace velinor {
+namespace {
+
+constexpr int kFinished = 0;
+constexpr int kOutOfMemory = 3;
+constexpr int kBroken = 4;
+
+[[noreturn]] void throwSystemError(const char* operation) {
+    throw std::system_error(errno, std::generic_category(), operation);
+}
+
+// One end of a pipe, closed with its owner.
+class Descriptor {
+  public:
+    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { reset(); }
+
+    int get() const { return descriptor_; }
+    void reset() {
+        if (descriptor_ >= 0) ::close(descriptor_);
+        descriptor_ = -1;
+    }
+
+  private:
+    int descriptor_;
+};
+
+// The child, ended and waited for with its owner where that has not happened.
+class ChildProcess {
+  public:
+    explicit ChildProcess(pid_t id) : id_(id) {}
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess() {
+        if (id_ <= 0) return;
+        ::kill(id_, SIGKILL);
+        wait();
+    }
+
+    int wait() {
+        int status = 0;
+        while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {
+        }
+        id_ = 0;
+        return status;
+    }
+
+  private:
+    pid_t id_;
+};
+
+void writeAll(int descriptor, const void* data, std::size_t size) {
+    const auto* bytes = static_cast<const char*>(data);
+    while (size > 0) {
+        const ssize_t written = ::write(descriptor, bytes, size);
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) ::_exit(kBroken);  // the caller is gone
+        bytes += written;
+        size -= static_cast<std::size_t>(written);
+    }
+}
+
+// False at the end of the stream, whether between messages or within one.
+bool readAll(int descriptor, void* data, std::size_t size) {
+    auto* bytes = static_cast<char*>(data);
+    while (size > 0) {
+        const ssize_t got = ::read(descriptor, bytes, size);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) return false;
+        bytes += got;
+        size -= static_cast<std::size_t>(got);
+    }
+    return true;
+}
+
+void setLimit(decltype(RLIMIT_CPU) resource, rlim_t soft, rlim_t hard) {
+    const rlimit limit{soft, hard};
+    ::setrlimit(resource, &limit);
+}
+
+void applyLimits(const IsolationLimits& limits) {
+    setLimit(RLIMIT_CORE, 0, 0);
+    setLimit(RLIMIT_CPU, limits.processorSeconds, limits.processorSeconds + 1);
+#ifndef __SANITIZE_ADDRESS__  // whose shadow alone takes terabytes of address space
+    setLimit(RLIMIT_AS, limits.memoryBytes, limits.memoryBytes);
+#endif
+}
+
+void silenceOutput() {
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nothing < 0) return;
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        ::dup2(nothing, descriptor);
+}
+
+void restoreSignals() {
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXFSZ, SIGABRT, SIGSEGV})
+        ::signal(signal, SIG_DFL);
+}
+
+[[noreturn]] void runChild(const std::function<void(const SendMessage&)>& work, int output,
+                           const IsolationLimits& limits) {
+    restoreSignals();
+    silenceOutput();
+    applyLimits(limits);
+    try {
+        work([output](std::string_view message) {
+            const std::uint64_t size = message.size();
+            writeAll(output, &size, sizeof size);
+            writeAll(output, message.data(), message.size());
+        });
+    } catch (const std::bad_alloc&) {
+        ::_exit(kOutOfMemory);
+    } catch (...) {
+        ::_exit(kBroken);
+    }
+    ::_exit(kFinished);
+}
+
+void passMessages(int input, const std::function<void(std::string_view)>& receive) {
+    std::string message;
+    for (std::uint64_t size = 0; readAll(input, &size, sizeof size);) {
+        message.resize(size);
+        if (!readAll(input, message.data(), size)) return;
+        receive(message);
+    }
+}
+
+IsolatedRun runOf(int status) {
+    using End = IsolatedRun::End;
+    if (WIFSIGNALED(status)) {
+        const int signal = WTERMSIG(status);
+        // The hard limit of processor time ends with SIGKILL; nobody else sends one.
+        return {signal == SIGXCPU || signal == SIGKILL ? End::timeLimit : End::crashed, signal};
+    }
+    switch (WEXITSTATUS(status)) {
+        case kFinished:
+            return {End::finished, 0};
+        case kOutOfMemory:
+            return {End::memoryLimit, 0};
+        default:
+            return {End::crashed, 0};
+    }
+}
+
+}  // namespace
+
+IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
+                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits) {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throwSystemError("pipe");
+    Descriptor input(ends[0]);
+    Descriptor output(ends[1]);
+    const pid_t id = ::fork();
+    if (id < 0) throwSystemError("fork");
+    if (id == 0) {
+        input.reset();
+        runChild(work, output.get(), limits);
+    }
+    ChildProcess child(id);
+    output.reset();
+    passMessages(input.get(), receive);
+    return runOf(child.wait());
+}
+
+}  // namespace velinor

@@ -1,0 +1,214 @@
+#include "plugin/exporter.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/support/test_scene.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A dialog that answers as told.
+class ScriptedDialog final : public OptionsDialog {
+  public:
+    DialogResult run(ExportSettings& settings) override {
+        ++shown;
+        settings.exportLights = false;
+        return result;
+    }
+    DialogResult result = DialogResult::confirmed;
+    int shown = 0;
+};
+
+class ExporterTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = fs::temp_directory_path() / (std::string("tolvex_exporter_") +
+                                               testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(folder_);
+        fs::create_directory(folder_);
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    // Exports scene_ to "room.jsx" in the folder of this test.
+    int run(int suppressPrompts, const ExportSettings& settings = {}) {
+        const auto host = scene_.makeHost();
+        tolvex exporter({*host, report_, progress_, &dialog_, folder_ / "host"});
+        exporter.settings = settings;
+        const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+        return exporter.DoExport(name.c_str(), nullptr, nullptr, suppressPrompts, 0);
+    }
+
+    std::string content(const char* name) const {
+        std::ostringstream text;
+        text << std::ifstream(folder_ / "room" / name).rdbuf();
+        return text.str();
+    }
+
+    TestScene scene_;
+    ScriptedDialog dialog_;
+    Report report_;
+    NoProgress progress_;
+    fs::path folder_;
+};
+
+TEST_F(ExporterTest, AnswersTheHostsQuestions) {
+    const auto host = scene_.makeHost();
+    tolvex exporter({*host, report_, progress_, nullptr, {}});
+    EXPECT_EQ(exporter.ExtCount(), 1);
+    EXPECT_EQ(std::u16string(exporter.Ext(0)), u"JSX");
+    EXPECT_EQ(std::u16string(exporter.Ext(7)), u"JSX");
+    EXPECT_EQ(std::u16string(exporter.ShortDesc()), u"Qen scene");
+    EXPECT_EQ(std::u16string(exporter.LongDesc()), u"Velinor scene descriptor .jsx and complimentary files");
+    EXPECT_EQ(std::u16string(exporter.AuthorName()), u"Brevant Ltd.");
+    EXPECT_EQ(exporter.Version(), 163U);
+    EXPECT_EQ(exporter.SupportsOptions(0, 1), 1);
+    EXPECT_EQ(exporter.settings, ExportSettings{});
+}
+
+TEST_F(ExporterTest, WritesThePackageOfAnEmptyScene) {
+    EXPECT_EQ(run(1), 1);
+    EXPECT_EQ(content("index.jsx"), "<root>\n</root>\n\n");
+    EXPECT_EQ(content("webtables.json"), "[]\n");
+    EXPECT_TRUE(content("where.json").ends_with("\n}\n"));
+    for (const char* name : {"misc", "resources", "thumbs"}) {
+        EXPECT_TRUE(fs::is_directory(folder_ / "room" / name)) << name;
+    }
+    ASSERT_EQ(report_.written().size(), 3U);
+    EXPECT_EQ(report_.written()[0], (WrittenFile{folder_ / "room/index.jsx", 16}));
+    EXPECT_FALSE(fs::exists(folder_ / "room.jsx"));
+}
+
+TEST_F(ExporterTest, ShowsNoDialogWhereThePromptsAreSuppressed) {
+    scene_.addLight(u"Lamp", {});
+    EXPECT_EQ(run(1), 1);
+    EXPECT_EQ(dialog_.shown, 0);
+    EXPECT_NE(content("index.jsx").find("<light"), std::string::npos);
+}
+
+TEST_F(ExporterTest, UsesWhatTheDialogChose) {
+    scene_.addLight(u"Lamp", {});
+    EXPECT_EQ(run(0), 1);
+    EXPECT_EQ(dialog_.shown, 1);
+    EXPECT_EQ(content("index.jsx").find("<light"), std::string::npos);
+}
+
+TEST_F(ExporterTest, WritesNothingWhereTheDialogIsCancelled) {
+    dialog_.result = DialogResult::cancelled;
+    EXPECT_EQ(run(0), 1);
+    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_TRUE(report_.written().empty());
+}
+
+TEST_F(ExporterTest, GoesOnWhereTheDialogCannotBeShown) {
+    dialog_.result = DialogResult::notCreated;
+    EXPECT_EQ(run(0), 1);
+    EXPECT_TRUE(fs::exists(folder_ / "room/index.jsx"));
+    ASSERT_EQ(report_.entries().size(), 1U);
+    EXPECT_EQ(report_.entries()[0].id, MessageId::dialogNotShown);
+}
+
+TEST_F(ExporterTest, WritesWebtablesAlsoWhereTheyAreOff) {
+    scene_.addMesh(u"Webtable_1");
+    ExportSettings settings;
+    settings.exportWebtables = false;
+    run(1, settings);
+    EXPECT_NE(content("webtables.json").find("\"index\": 1"), std::string::npos);
+}
+
+TEST_F(ExporterTest, DoesNotReadTheSpareFlagsAndTheStoredOnes) {
+    scene_.addMesh(u"Mesh");
+    run(1);
+    const std::string index = content("index.jsx");
+    const std::string where = content("where.json");
+    fs::remove_all(folder_ / "room");
+    ExportSettings settings;
+    settings.spareFlagA = settings.spareFlagB = settings.exportWebtables = false;
+    settings.exportAnimation = settings.exportBones = true;
+    run(1, settings);
+    EXPECT_EQ(content("index.jsx"), index);
+    EXPECT_EQ(content("where.json"), where);
+}
+
+TEST_F(ExporterTest, RepeatsAnExportByteForByte) {
+    const auto parent = scene_.addMesh(u"Chair [a: 1]");
+    scene_.addLight(u"Sun", {2, {1, 0.5F, 0.25F}, 1}, parent);
+    run(1);
+    const std::string index = content("index.jsx");
+    fs::remove_all(folder_ / "room");
+    run(1);
+    EXPECT_EQ(content("index.jsx"), index);
+}
+
+TEST_F(ExporterTest, RefusesToReplaceAFullPackage) {
+    run(1);
+    try {
+        run(1);
+        FAIL() << "no exception";
+    } catch (const fs::filesystem_error& error) {
+        EXPECT_NE(std::string(error.what()).find("remove"), std::string::npos);
+        EXPECT_EQ(error.path1(), folder_ / "room");
+    }
+    EXPECT_EQ(content("index.jsx"), "<root>\n</root>\n\n");
+}
+
+// Leaves an intermediate mesh in the package while the export runs, as the mesh phase does.
+class LeavesIntermediateMesh final : public Progress {
+  public:
+    explicit LeavesIntermediateMesh(fs::path package) : package_(std::move(package)) {}
+    void beginPhase(std::string_view name, std::uint64_t /*total*/) override {
+        if (name == "Writing index.jsx") std::ofstream(package_ / "resources/a.mesh.xml") << "x";
+    }
+    void advance(std::uint64_t /*amount*/) override {}
+
+  private:
+    fs::path package_;
+};
+
+TEST_F(ExporterTest, CleansIntermediateMeshesWithAndWithoutMaterials) {
+    for (const bool exportMaterials : {true, false}) {
+        for (const bool cleanExportFolder : {true, false}) {
+            const auto host = scene_.makeHost();
+            LeavesIntermediateMesh progress(folder_ / "room");
+            tolvex exporter({*host, report_, progress, nullptr, folder_ / "host"});
+            exporter.settings.exportMaterials = exportMaterials;
+            exporter.settings.cleanExportFolder = cleanExportFolder;
+            const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+            exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
+            EXPECT_EQ(fs::exists(folder_ / "room/resources/a.mesh.xml"), !cleanExportFolder)
+                << exportMaterials;
+            fs::remove_all(folder_ / "room");
+        }
+    }
+}
+
+TEST_F(ExporterTest, TellsOfADescriptorThatCannotBeWritten) {
+    // The package folder is made by the exporter itself, so the only way in is a host that gets in its way.
+    scene_.addHelper(u"Helper");
+    class MeddlingProgress final : public Progress {
+      public:
+        explicit MeddlingProgress(fs::path package) : package_(std::move(package)) {}
+        void beginPhase(std::string_view name, std::uint64_t /*total*/) override {
+            if (name == "Collecting nodes") fs::create_directory(package_ / "index.jsx");
+        }
+        void advance(std::uint64_t /*amount*/) override {}
+
+      private:
+        fs::path package_;
+    } progress(folder_ / "room");
+    const auto host = scene_.makeHost();
+    tolvex exporter({*host, report_, progress, nullptr, folder_ / "host"});
+    const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+    EXPECT_EQ(exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0), 1);
+    ASSERT_EQ(report_.entries().size(), 1U);
+    EXPECT_EQ(report_.entries()[0], (ReportEntry{MessageId::fileNotWritten,
+                                                 (folder_ / "room/index.jsx").string(), "Is a directory"}));
+    EXPECT_EQ(content("webtables.json"), "[]\n");
+}
+
+}  // namespace
+}  // namespace velinor

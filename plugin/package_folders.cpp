@@ -1,0 +1,73 @@
+#include "plugin/package_folders.h"
+
+#include <system_error>
+
+#include "base/text.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+void throwOnError(const char* operation, const fs::path& path, const std::error_code& error) {
+    if (error) throw fs::filesystem_error(operation, path, error);
+}
+
+// `folder`, one separator, `name`: joined as text, so that a name that looks absolute stays inside the
+// folder.
+fs::path concatenated(const fs::path& folder, const fs::path& name) {
+    fs::path joined = folder;
+    joined += fs::path::preferred_separator;
+    joined += name;
+    return joined;
+}
+
+void removeEntry(const fs::path& path) {
+    std::error_code error;
+    fs::remove(path, error);
+    throwOnError("remove", path, error);
+}
+
+void createFolder(const fs::path& path) {
+    std::error_code error;
+    fs::create_directory(path, error);
+    throwOnError("create_directory", path, error);
+}
+
+}  // namespace
+
+PackageFolders packageFoldersFor(const fs::path& fileName, const fs::path& hostExecutable) {
+    PackageFolders folders;
+    folders.hostFolder = hostExecutable.parent_path();
+    folders.pluginFolder = folders.hostFolder / "Plugins";
+    const fs::path normal = fileName.lexically_normal();
+    folders.exportFolder = concatenated(normal.parent_path(), normal.filename().stem());
+    folders.miscFolder = concatenated(folders.exportFolder, "misc");
+    folders.resourcesFolder = concatenated(folders.exportFolder, "resources");
+    folders.thumbsFolder = concatenated(folders.exportFolder, "thumbs");
+    return folders;
+}
+
+void createPackageFolders(const PackageFolders& folders) {
+    std::error_code error;
+    const bool exists = fs::exists(folders.exportFolder, error);
+    throwOnError("exists", folders.exportFolder, error);
+    if (exists) removeEntry(folders.exportFolder);
+    createFolder(folders.exportFolder);
+    createFolder(folders.miscFolder);
+    createFolder(folders.resourcesFolder);
+    createFolder(folders.thumbsFolder);
+}
+
+void removeIntermediateMeshes(const fs::path& resourcesFolder) {
+    std::error_code error;
+    fs::directory_iterator entry(resourcesFolder, error);
+    throwOnError("directory_iterator::directory_iterator", resourcesFolder, error);
+    while (entry != fs::directory_iterator()) {
+        if (narrowPath(entry->path()).find(".mesh.xml") != std::string::npos) removeEntry(entry->path());
+        entry.increment(error);
+        throwOnError("directory_iterator::operator++", resourcesFolder, error);
+    }
+}
+
+}  // namespace velinor

@@ -1,0 +1,35 @@
+// The folders of a package and of the program that writes it.
+#pragma once
+
+#include <filesystem>
+
+namespace velinor {
+
+// Where things are during one export.
+struct PackageFolders {
+    std::filesystem::path hostFolder;       // the folder of the host program's executable
+    std::filesystem::path pluginFolder;     // hostFolder / "Plugins"
+    std::filesystem::path exportFolder;     // the package
+    std::filesystem::path miscFolder;       // "misc" in it
+    std::filesystem::path resourcesFolder;  // "resources" in it
+    std::filesystem::path thumbsFolder;     // "thumbs" in it
+
+    bool operator==(const PackageFolders&) const = default;
+};
+
+// The folders of an export to the file `fileName`, D/N.E, by the program `hostExecutable`: the package is
+// D/N. Looks at no disk.
+PackageFolders packageFoldersFor(const std::filesystem::path& fileName,
+                                 const std::filesystem::path& hostExecutable);
+
+// Creates the package's folders. What bears the package's name already is removed if it is a file or an empty
+// folder. Throws std::filesystem::filesystem_error with the operation word "exists", "remove" or
+// "create_directory" and the path.
+void createPackageFolders(const PackageFolders& folders);
+
+// Removes the intermediate meshes from `resourcesFolder`: every entry whose whole path contains ".mesh.xml".
+// Throws std::filesystem::filesystem_error with the operation word "directory_iterator::directory_iterator",
+// "directory_iterator::operator++" or "remove" and the path.
+void removeIntermediateMeshes(const std::filesystem::path& resourcesFolder);
+
+}  // namespace velinor

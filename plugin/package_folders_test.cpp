@@ -1,0 +1,155 @@
+#include "plugin/package_folders.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PackageFoldersTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = fs::temp_directory_path() /
+                  (std::string("tolvex_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(folder_);
+        fs::create_directory(folder_);
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    PackageFolders folders() const { return packageFoldersFor(folder_ / "scene.jsx", "/host/bin/host"); }
+
+    // The operation word and the path of the error that `action` ends with.
+    template <class Action>
+    static std::pair<std::string, fs::path> errorOf(Action action) {
+        try {
+            action();
+        } catch (const fs::filesystem_error& error) {
+            const std::string text = error.what();
+            const std::string prefix = "filesystem error: ";
+            const std::size_t start = text.find(prefix) == 0 ? prefix.size() : 0;
+            // libstdc++ puts the system's words behind the operation's, after a colon and a blank.
+            return {text.substr(start, text.find(": ", start) - start), error.path1()};
+        }
+        return {"no error", {}};
+    }
+
+    fs::path folder_;
+};
+
+void touch(const fs::path& path) {
+    std::ofstream(path) << "x";
+}
+
+TEST(PackageFoldersFor, NamesThePackageAfterTheFile) {
+    struct Case {
+        const char* fileName;
+        const char* exportFolder;
+    };
+    for (const auto& [fileName, exportFolder] : {
+             Case{"/work/scene.jsx", "/work/scene"},
+             Case{"/work/archive.old.jsx", "/work/archive.old"},
+             Case{"/work/noending", "/work/noending"},
+             Case{"/work/.hidden", "/work/.hidden"},
+             Case{"/work/.hidden.jsx", "/work/.hidden"},
+             Case{"/work/scene.", "/work/scene"},
+             Case{"/work//a/./b/../scene.jsx", "/work/a/scene"},
+             Case{"/work/my scene.v2.JSX", "/work/my scene.v2"},
+             Case{"/scene.jsx", "//scene"},
+         }) {
+        const PackageFolders folders = packageFoldersFor(fileName, "/opt/host/host.exe");
+        EXPECT_EQ(folders.exportFolder.native(), exportFolder) << fileName;
+        EXPECT_EQ(folders.miscFolder.native(), std::string(exportFolder) + "/misc");
+        EXPECT_EQ(folders.resourcesFolder.native(), std::string(exportFolder) + "/resources");
+        EXPECT_EQ(folders.thumbsFolder.native(), std::string(exportFolder) + "/thumbs");
+    }
+}
+
+TEST(PackageFoldersFor, FindsThePluginFolderBesideTheHost) {
+    const PackageFolders folders = packageFoldersFor("/work/scene.jsx", "/opt/host/host.exe");
+    EXPECT_EQ(folders.hostFolder, "/opt/host");
+    EXPECT_EQ(folders.pluginFolder, "/opt/host/Plugins");
+}
+
+TEST_F(PackageFoldersTest, AreAllCreated) {
+    createPackageFolders(folders());
+    for (const char* name : {"scene", "scene/misc", "scene/resources", "scene/thumbs"}) {
+        EXPECT_TRUE(fs::is_directory(folder_ / name)) << name;
+    }
+}
+
+TEST_F(PackageFoldersTest, ReplaceAFileAndAnEmptyFolderOfTheirName) {
+    touch(folder_ / "scene");
+    createPackageFolders(folders());
+    EXPECT_TRUE(fs::is_directory(folder_ / "scene/misc"));
+
+    fs::remove_all(folder_ / "scene");
+    fs::create_directory(folder_ / "scene");
+    createPackageFolders(folders());
+    EXPECT_TRUE(fs::is_directory(folder_ / "scene/thumbs"));
+}
+
+TEST_F(PackageFoldersTest, LeaveAFullFolderAlone) {
+    createPackageFolders(folders());
+    const auto [operation, path] = errorOf([&] { createPackageFolders(folders()); });
+    EXPECT_EQ(operation, "remove");
+    EXPECT_EQ(path, folder_ / "scene");
+    EXPECT_TRUE(fs::is_directory(folder_ / "scene/misc"));
+}
+
+TEST_F(PackageFoldersTest, TellWhichFolderCannotBeCreated) {
+    const PackageFolders missingParent = packageFoldersFor(folder_ / "missing" / "scene.jsx", "/host/host");
+    auto [operation, path] = errorOf([&] { createPackageFolders(missingParent); });
+    EXPECT_EQ(operation, "create_directory");
+    EXPECT_EQ(path, folder_ / "missing" / "scene");
+
+    touch(folder_ / "file");
+    const PackageFolders belowAFile = packageFoldersFor(folder_ / "file" / "scene.jsx", "/host/host");
+    std::tie(operation, path) = errorOf([&] { createPackageFolders(belowAFile); });
+    EXPECT_EQ(operation, "create_directory");
+
+    fs::create_symlink(folder_ / "nowhere", folder_ / "scene");
+    std::tie(operation, path) = errorOf([&] { createPackageFolders(folders()); });
+    EXPECT_EQ(operation, "create_directory");
+    EXPECT_EQ(path, folder_ / "scene");
+}
+
+TEST_F(PackageFoldersTest, AreCleanedOfIntermediateMeshesOnly) {
+    for (const char* name : {"a.mesh.xml", "b.mesh.xml.bak", "a.mesh", "a.mesh_phy.obj", "a.material"}) {
+        touch(folder_ / name);
+    }
+    fs::create_directory(folder_ / "empty.mesh.xml");
+    fs::create_directory(folder_ / "sub");
+    touch(folder_ / "sub" / "c.mesh.xml");
+    removeIntermediateMeshes(folder_);
+    for (const char* gone : {"a.mesh.xml", "b.mesh.xml.bak", "empty.mesh.xml"}) {
+        EXPECT_FALSE(fs::exists(folder_ / gone)) << gone;
+    }
+    for (const char* kept : {"a.mesh", "a.mesh_phy.obj", "a.material", "sub/c.mesh.xml"}) {
+        EXPECT_TRUE(fs::exists(folder_ / kept)) << kept;
+    }
+}
+
+TEST_F(PackageFoldersTest, LoseEverythingWhereTheirOwnPathLooksLikeAnIntermediateMesh) {
+    const fs::path resources = folder_ / "x.mesh.xml";
+    fs::create_directory(resources);
+    touch(resources / "a.material");
+    removeIntermediateMeshes(resources);
+    EXPECT_TRUE(fs::is_empty(resources));
+}
+
+TEST_F(PackageFoldersTest, TellWhatCannotBeCleaned) {
+    auto [operation, path] = errorOf([&] { removeIntermediateMeshes(folder_ / "missing"); });
+    EXPECT_EQ(operation, "directory_iterator::directory_iterator");
+    EXPECT_EQ(path, folder_ / "missing");
+
+    fs::create_directories(folder_ / "full.mesh.xml" / "sub");
+    std::tie(operation, path) = errorOf([&] { removeIntermediateMeshes(folder_); });
+    EXPECT_EQ(operation, "remove");
+    EXPECT_EQ(path, folder_ / "full.mesh.xml");
+}
+
+}  // namespace
+}  // namespace velinor
