@@ -82,6 +82,7 @@ TEST_F(SnapshotHostTest, ListsNodesInOrder) {
     host::IGameScene* scene = host_->GetIGameInterface();
     EXPECT_TRUE(scene->InitialiseIGame(false));
     EXPECT_FALSE(scene->InitialiseIGame(true));
+    EXPECT_EQ(scene->GetTotalNodeCount(), 6);
     EXPECT_EQ(scene->GetTopLevelNodeCount(), 4);
     EXPECT_EQ(root(1)->GetName(), u"Root");
     EXPECT_EQ(root(1)->GetChildCount(), 2);
