@@ -5,11 +5,7 @@
 
 #include "base/text.h"
 #include "cli/interrupts.h"
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "platform/terminal.h"
 
 namespace velinor {
 namespace {
@@ -20,14 +16,6 @@ constexpr std::size_t kBarWidth = 30;
 constexpr auto kBarInterval = 100ms;
 constexpr auto kLineInterval = 2s;
 constexpr const char* kClearLine = "\r\x1b[K";
-
-bool isTerminal() {
-#ifdef _WIN32
-    return _isatty(_fileno(stderr)) != 0;
-#else
-    return isatty(STDERR_FILENO) != 0;
-#endif
-}
 
 // 0 to 1; work beyond the total that was announced counts as done.
 double fraction(std::uint64_t done, std::uint64_t total) {
@@ -41,7 +29,7 @@ std::string percent(std::uint64_t done, std::uint64_t total) {
 }  // namespace
 
 ProgressStyle progressStyleOfStandardError() {
-    return isTerminal() ? ProgressStyle::bar : ProgressStyle::lines;
+    return isErrorOutputTerminal() ? ProgressStyle::bar : ProgressStyle::lines;
 }
 
 std::string progressBarText(std::string_view phase, std::uint64_t done, std::uint64_t total) {

@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "cli/command_error.h"
+#include "cli/isolated_import.h"
 #include "hosts/assimp/assimp_reader.h"
 
 namespace velinor {
@@ -87,7 +88,7 @@ SceneSource readScene(const fs::path& scene, Progress& progress) {
     }
     SceneSource source;
     source.folder = folderOf(scene);
-    source.scene = readWithAssimp(scene, {}, progress, source.notes);
+    source.scene = importIsolated(scene, {}, progress, source.notes);
     return source;
 }
 

@@ -1,4 +1,7 @@
 #include <fcntl.h>
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -117,6 +120,9 @@ void restoreSignals() {
 
 [[noreturn]] void runChild(const std::function<void(const SendMessage&)>& work, int output,
                            const IsolationLimits& limits) {
+#ifdef __linux__
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // nobody waits for the result of a program that is gone
+#endif
     restoreSignals();
     silenceOutput();
     applyLimits(limits);

@@ -57,7 +57,8 @@ TEST(RunIsolated, EndsWhatUsesUpItsTime) {
     const IsolatedRun result = run(
         [](const SendMessage&) {
             std::atomic<unsigned> turns = 0;
-            for (;;) ++turns;
+            for (;;)
+                ++turns;
         },
         limits);
     EXPECT_EQ(result.end, End::timeLimit);

@@ -1,0 +1,11 @@
+#include <unistd.h>
+
+#include "platform/terminal.h"
+
+namespace velinor {
+
+bool isErrorOutputTerminal() {
+    return ::isatty(STDERR_FILENO) != 0;
+}
+
+}  // namespace velinor
