@@ -29,7 +29,10 @@ class Node;
 
 // What the nodes of one scene share.
 struct Scene {
-    explicit Scene(const SceneSnapshot& scene) : snapshot(scene), materials(scene) {}
+    explicit Scene(const SceneSnapshot& scene);
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+    ~Scene();
 
     const SceneSnapshot& snapshot;
     SnapshotHostMaterials materials;
@@ -99,6 +102,14 @@ class Node final : public INode, public host::IGameNode {
     std::unique_ptr<SnapshotHostObject> object_;
 };
 
+Scene::Scene(const SceneSnapshot& scene) : snapshot(scene), materials(scene) {
+    nodes.reserve(scene.nodes.size());
+    for (const SnapshotNode& node : scene.nodes)
+        nodes.emplace_back(node, *this);
+}
+
+Scene::~Scene() = default;
+
 // A list that the members of a group share is made once for all of them.
 class Instances final : public host::IInstanceMgr {
   public:
@@ -129,7 +140,7 @@ class Instances final : public host::IInstanceMgr {
 class SnapshotHost final : public host::Host, public host::IGameScene {
   public:
     SnapshotHost(const SceneSnapshot& scene, const std::filesystem::path& folder)
-        : scene_(scene), instances_(makeNodes(scene_)), files_(scene.assetFolders, folder) {}
+        : scene_(scene), instances_(scene_), files_(scene.assetFolders, folder) {}
 
     host::IGameScene* GetIGameInterface() override { return this; }
     host::IInstanceMgr* GetInstanceMgr() override { return &instances_; }
@@ -149,13 +160,6 @@ class SnapshotHost final : public host::Host, public host::IGameScene {
     }
 
   private:
-    static Scene& makeNodes(Scene& scene) {
-        scene.nodes.reserve(scene.snapshot.nodes.size());
-        for (const SnapshotNode& node : scene.snapshot.nodes)
-            scene.nodes.emplace_back(node, scene);
-        return scene;
-    }
-
     mutable Scene scene_;  // the scene interface gives nodes that can change from operations that are const
     Instances instances_;
     SnapshotHostFiles files_;

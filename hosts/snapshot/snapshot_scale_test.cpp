@@ -11,6 +11,7 @@ namespace velinor {
 namespace {
 
 constexpr std::size_t kDeep = 1'000'000;
+constexpr std::uint32_t kMillion = 1'000'000;
 
 std::string repeated(std::string_view text, std::size_t count) {
     std::string result;
@@ -78,13 +79,31 @@ TEST(SnapshotScale, TakesAChainOfAHundredThousandNodes) {
 }
 
 TEST(SnapshotScale, TakesAParentOfAMillionChildren) {
-    std::string children = "[1";
-    for (std::size_t n = 2; n <= 1'000'000; ++n)
-        children += ',' + std::to_string(n);
+    // [1, 2, …], each number with the head of four bytes
+    std::string children = std::string("\x9A\x00\x0F\x42\x40", 5);
+    for (std::uint32_t n = 1; n <= kMillion; ++n) {
+        children += '\x1A';
+        for (const unsigned shift : {24U, 16U, 8U, 0U})
+            children += static_cast<char>(n >> shift);
+    }
     const std::string text =
-        R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [{"name": "", "children": )" +
-        children + "]}" + repeated(R"(,{"name":""})", 1'000'000) + "]}";
-    const SceneSnapshot scene = readSnapshot(text, SnapshotEncoding::json, "s");
+        "\xA4\x66"
+        "format\x6C"
+        "tolvex-scene\x67"
+        "version\x01\x65"
+        "roots\x81" +
+        std::string(1, '\0') +
+        "\x65"
+        "nodes\x9F\xA2\x64"
+        "name\x60\x68"
+        "children" +
+        children +
+        repeated(
+            "\xA1\x64"
+            "name\x60",
+            kMillion) +
+        "\xFF";
+    const SceneSnapshot scene = readSnapshot(text, SnapshotEncoding::cbor, "s");
     const auto host = makeSnapshotHost(scene, "");
     ASSERT_TRUE(host->GetIGameInterface()->InitialiseIGame(false));
     host::IGameNode* root = host->GetIGameInterface()->GetTopLevelNode(0);

@@ -155,20 +155,28 @@ Members::Members(const Value& object, std::span<const std::string_view> known)
             hasExtras = true;
             return;
         }
-        std::size_t index = 0;
-        while (index < known.size() && known[index] != name)
-            ++index;
+        const std::size_t index = indexOf(name);
         if (index == known.size()) failUnknownMember(object, name, known);
         if (values_[index]) value.fail("the member is there twice");
         values_[index] = value;
     });
 }
 
-std::optional<Value> Members::find(std::string_view name) const {
+// Names are mostly written, and always asked for, in the order of `known`: behind the latest one the next is
+// found at once. The number of known names where it is none of them.
+std::size_t Members::indexOf(std::string_view name) const {
     for (std::size_t i = 0; i < known_.size(); ++i) {
-        if (known_[i] == name) return values_[i];
+        const std::size_t index = (expected_ + i) % known_.size();
+        if (known_[index] != name) continue;
+        expected_ = index + 1;
+        return index;
     }
-    return std::nullopt;
+    return known_.size();
+}
+
+std::optional<Value> Members::find(std::string_view name) const {
+    const std::size_t index = indexOf(name);
+    return index < known_.size() ? values_[index] : std::nullopt;
 }
 
 Value Members::required(std::string_view name) const {

@@ -28,9 +28,12 @@ class Members {
     static constexpr std::size_t kMost = 12;
 
   private:
+    std::size_t indexOf(std::string_view name) const;
+
     Value object_;
     std::span<const std::string_view> known_;
     std::array<std::optional<Value>, kMost> values_;
+    mutable std::size_t expected_ = 0;  // where indexOf looks first
 };
 
 // What kind of thing the value is, for messages: "a string".
