@@ -70,9 +70,8 @@ TEST(SnapshotScale, TakesAChainOfAHundredThousandNodes) {
     scene.roots = {0};
     for (std::uint32_t n = 1; n < scene.nodes.size(); ++n)
         scene.nodes[n - 1].children = {n};
-    for (const auto encoding : {SnapshotEncoding::json, SnapshotEncoding::cbor}) {
-        EXPECT_TRUE(readSnapshot(writeSnapshot(scene, encoding), encoding, "s") == scene);
-    }
+    const std::string text = writeSnapshot(scene, SnapshotEncoding::cbor);
+    EXPECT_TRUE(readSnapshot(text, SnapshotEncoding::cbor, "s") == scene);
     scene.roots.clear();
     scene.nodes.back().children = {0};
     EXPECT_THROW(checkSnapshot(scene, "s"), SceneError);
