@@ -22,11 +22,13 @@ std::string_view shortest(Number value, NumberBuffer& buffer) {
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
-// The text of a finite float. Readers go through double precision, which for a few numbers (7.038531e-26)
-// rounds the shortest text of the float to its neighbour; those are written as doubles. A minus zero that
-// looked like an integer would lose its sign.
+// The text of a float that is a number. JSON has no infinities, but numbers that no 32-bit float holds: they
+// are read as infinite. Readers go through double precision, which for a few numbers (7.038531e-26) rounds
+// the shortest text of the float to its neighbour; those are written as doubles. A minus zero that looked
+// like an integer would lose its sign.
 std::string_view realText(float value, NumberBuffer& buffer) {
     if (value == 0) return std::signbit(value) ? "-0.0" : "0";
+    if (std::isinf(value)) return value > 0 ? "1e39" : "-1e39";
     const std::string_view text = shortest(value, buffer);
     double read = 0;
     std::from_chars(text.data(), text.data() + text.size(), read);
@@ -134,12 +136,12 @@ class JsonWriter final : public DocumentWriter {
     }
 
     void appendReal(float value, std::optional<std::size_t> index) {
-        if (!std::isfinite(value)) failNotFinite(value, index);
+        if (std::isnan(value)) failNotANumber(value, index);
         NumberBuffer buffer;  // NOLINT: filled below
         text_ += realText(value, buffer);
     }
 
-    [[noreturn]] void failNotFinite(float value, std::optional<std::size_t> index) const {
+    [[noreturn]] void failNotANumber(float value, std::optional<std::size_t> index) const {
         std::string pointer;
         for (const Level& level : levels_) {
             pointer += level.isList ? '/' + std::to_string(level.count - 1) : pointerStep(level.name);

@@ -58,14 +58,6 @@ std::int64_t toInteger(double number, std::int64_t lowest, std::int64_t highest,
     return static_cast<std::int64_t>(number);
 }
 
-bool narrowsToInfinity(double number) {
-    return std::isfinite(number) && !std::isfinite(static_cast<float>(number));
-}
-
-[[noreturn]] void failTooLarge(double number, const Value& place) {
-    place.fail(numberText(number) + " is too large for a 32-bit number");
-}
-
 // The numbers of a list, or the SceneError of the first element that is none.
 std::span<const double> requireNumbers(const Value& list) {
     requireKind(list, ValueKind::list);
@@ -220,7 +212,6 @@ std::int64_t readIntegerWithin(const Value& value, std::int64_t lowest, std::int
 
 float readReal(const Value& value) {
     requireKind(value, ValueKind::number);
-    if (narrowsToInfinity(value.number())) failTooLarge(value.number(), value);
     return static_cast<float>(value.number());
 }
 
@@ -232,7 +223,6 @@ std::array<float, 4> readReals(const Value& value, std::size_t size) {
     }
     std::array<float, 4> reals{};
     for (std::size_t i = 0; i < size; ++i) {
-        if (narrowsToInfinity(numbers[i])) failTooLarge(numbers[i], value.numberAt(i));
         reals.at(i) = static_cast<float>(numbers[i]);
     }
     return reals;
@@ -274,7 +264,6 @@ std::vector<host::Point3> readFlatPoints(const Value& value) {
     std::vector<host::Point3> points(flatTriples(value, "vertex"));
     if (copyTyped(value, TypedArrayKind::float32, points)) return points;
     forEachFlatNumber(value, [&](std::size_t i, double number) {
-        if (narrowsToInfinity(number)) failTooLarge(number, value.numberAt(i));
         host::Point3& point = points[i / 3];
         (i % 3 == 0 ? point.x : i % 3 == 1 ? point.y : point.z) = static_cast<float>(number);
     });
