@@ -20,6 +20,7 @@ class Place {
     explicit Place(std::string_view file) : file_(file) {}
     Place(const Place& parent, std::string_view name) : parent_(&parent), file_(parent.file_), name_(name) {}
     Place(const Place& parent, std::size_t index) : parent_(&parent), file_(parent.file_), index_(index) {}
+    ~Place() = default;
     Place(const Place&) = delete;
     Place& operator=(const Place&) = delete;
 

@@ -167,7 +167,8 @@ class SnapshotHost final : public host::Host, public host::IGameScene {
 
 }  // namespace
 
-std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene, std::filesystem::path folder) {
+std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene,
+                                             const std::filesystem::path& folder) {
     return std::make_unique<SnapshotHost>(scene, folder);
 }
 

@@ -11,6 +11,6 @@ namespace velinor {
 
 // Makes a host of `scene`, which must outlive it and satisfy checkSnapshot. Relative bitmap names and asset
 // folders are meant against `folder`, the folder of the file that the scene came from.
-std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene, std::filesystem::path folder);
+std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene, const std::filesystem::path& folder);
 
 }  // namespace velinor

@@ -17,6 +17,8 @@ class SnapshotHostMaterial;
 class SnapshotHostMaterials {
   public:
     explicit SnapshotHostMaterials(const SceneSnapshot& scene);
+    SnapshotHostMaterials(const SnapshotHostMaterials&) = delete;
+    SnapshotHostMaterials& operator=(const SnapshotHostMaterials&) = delete;
     ~SnapshotHostMaterials();
 
     // Null for none.

@@ -12,6 +12,7 @@ namespace {
 using nlohmann::json;
 
 constexpr std::size_t kLongestQuote = 60;
+constexpr std::size_t kLongestPrefix = 100;
 constexpr int kNumberOverflow = 406;
 
 // "line 3, column 7 (byte 41)": of the `position`-th byte, counted from 1.
@@ -30,7 +31,7 @@ std::string describePosition(std::string_view bytes, std::size_t position) {
 std::string describeProblem(std::string text) {
     for (const std::string_view prefixEnd : {"] ", ": ", " - "}) {
         const auto end = text.find(prefixEnd);
-        if (end != std::string::npos && end < 100) text.erase(0, end + prefixEnd.size());
+        if (end < kLongestPrefix) text.erase(0, end + prefixEnd.size());
     }
     if (text.size() > 2 * kLongestQuote) text.resize(2 * kLongestQuote);
     return printable(toUtf8(toUtf16Lossy(text)));

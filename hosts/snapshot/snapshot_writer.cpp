@@ -1,8 +1,7 @@
 // Writes snapshots: which members stand where. Members that hold their default are left out; whether a float
 // is its default is decided by its bits, so that a minus zero is kept.
-#include <algorithm>
+#include <array>
 #include <bit>
-#include <cstring>
 
 #include "base/text.h"
 #include "hosts/snapshot/document_writer.h"
@@ -18,8 +17,8 @@ static_assert(sizeof(Point3) == 12 && sizeof(FaceIndices) == 12, "flat members a
 
 template <class Item>
 bool sameBits(const Item& a, const Item& b) {
-    static_assert(std::is_trivially_copyable_v<Item>);
-    return std::memcmp(&a, &b, sizeof(Item)) == 0;
+    using Bits = std::array<std::uint32_t, sizeof(Item) / 4>;
+    return std::bit_cast<Bits>(a) == std::bit_cast<Bits>(b);
 }
 
 std::span<const float> floatsOf(const std::vector<Point3>& points) {
