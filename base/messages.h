@@ -33,10 +33,7 @@ enum class MessageId {
     nodeParameterRepeated,
     nodeNameShared,
     panelFlat,
-    meshExtentTiny,
-    meshExtentHuge,
     fileNotWritten,
-    fileNotRead,
     dialogNotShown,
     sceneNotEnumerated,
 };

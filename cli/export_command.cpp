@@ -69,7 +69,7 @@ void requireComplete(const Report& report) {
         if (catalogued.severity != Severity::error) continue;
         const std::string reason = entry.detail.empty() ? std::string(catalogued.text) : entry.detail;
         throw CommandError(kFailed,
-                           "write: " + entry.subject + ": " + reason + "; " + std::string(catalogued.advice));
+                           "write: " + entry.subject + ": " + reason + ". " + std::string(catalogued.advice));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <span>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,6 +52,13 @@ class BracedText {
 // A colour channel of a light as the runtime takes it, 0 to 1. What is not a number counts as no light.
 float channel(float value) {
     return std::isnan(value) ? 0.0F : std::clamp(value, 0.0F, 1.0F);
+}
+
+// "scale -1, 1, 2": for the report.
+std::string scaleForPeople(const Point3& scale) {
+    std::ostringstream text;
+    text << "scale " << scale.x << ", " << scale.y << ", " << scale.z;
+    return text.str();
 }
 
 const char* lightTypeName(std::int32_t type) {
@@ -249,11 +257,9 @@ class SceneWriter {
         if (!isFinite) {
             report_.add(MessageId::nodeNotFinite, name);
         } else if (transform.isSingular) {
-            report_.add(MessageId::nodeSingular, name,
-                        "scale " + std::string(scale_.vector(transform.scale)));
+            report_.add(MessageId::nodeSingular, name, scaleForPeople(transform.scale));
         } else {
-            report_.add(MessageId::nodeMirrored, name,
-                        "scale " + std::string(scale_.vector(transform.scale)));
+            report_.add(MessageId::nodeMirrored, name, scaleForPeople(transform.scale));
         }
     }
 

@@ -297,7 +297,8 @@ TEST(SceneDescriptor, TellsWhichNodesAreMirroredFlatOrNotFinite) {
     TestScene scene;
     const auto mirrored = scene.addMesh(u"Mirrored");
     scene[mirrored].worldTransform = {{-1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
-    scene[scene.addMesh(u"Below", mirrored)].worldTransform = scene[mirrored].worldTransform;
+    const auto below = scene.addMesh(u"Below", mirrored);
+    scene[below].worldTransform = scene[mirrored].worldTransform;
     scene[scene.addHelper(u"Flat")].worldTransform = {{1, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
     scene[scene.addHelper(u"Nowhere")].worldTransform = translation(kNaN, 0, 0);
     EXPECT_EQ(describe(scene).told, (std::vector<std::string>{"node-mirrored Mirrored", "node-singular Flat",
