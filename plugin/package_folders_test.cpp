@@ -49,14 +49,14 @@ TEST(PackageFoldersFor, NamesThePackageAfterTheFile) {
         const char* exportFolder;
     };
     for (const auto& [fileName, exportFolder] : {
-             Case{"/work/scene.jsx", "/work/scene"},
-             Case{"/work/archive.old.jsx", "/work/archive.old"},
-             Case{"/work/noending", "/work/noending"},
-             Case{"/work/.hidden", "/work/.hidden"},
-             Case{"/work/.hidden.jsx", "/work/.hidden"},
-             Case{"/work/scene.", "/work/scene"},
-             Case{"/work//a/./b/../scene.jsx", "/work/a/scene"},
-             Case{"/work/my scene.v2.JSX", "/work/my scene.v2"},
+             Case{"/scenes/scene.jsx", "/scenes/scene"},
+             Case{"/scenes/archive.old.jsx", "/scenes/archive.old"},
+             Case{"/scenes/noending", "/scenes/noending"},
+             Case{"/scenes/.hidden", "/scenes/.hidden"},
+             Case{"/scenes/.hidden.jsx", "/scenes/.hidden"},
+             Case{"/scenes/scene.", "/scenes/scene"},
+             Case{"/scenes//a/./b/../scene.jsx", "/scenes/a/scene"},
+             Case{"/scenes/my scene.v2.JSX", "/scenes/my scene.v2"},
              Case{"/scene.jsx", "//scene"},
          }) {
         const PackageFolders folders = packageFoldersFor(fileName, "/opt/host/host.exe");
@@ -68,7 +68,7 @@ TEST(PackageFoldersFor, NamesThePackageAfterTheFile) {
 }
 
 TEST(PackageFoldersFor, FindsThePluginFolderBesideTheHost) {
-    const PackageFolders folders = packageFoldersFor("/work/scene.jsx", "/opt/host/host.exe");
+    const PackageFolders folders = packageFoldersFor("/scenes/scene.jsx", "/opt/host/host.exe");
     EXPECT_EQ(folders.hostFolder, "/opt/host");
     EXPECT_EQ(folders.pluginFolder, "/opt/host/Plugins");
 }
