@@ -41,8 +41,6 @@ constexpr auto kCatalogue = std::to_array<Message>({
     {nodeParameterRepeated, "node-parameter-repeated", warning,
      "parameters in the node's name bear the key of an earlier one or of a fixed attribute, and are not written",
      "Give each parameter a name of its own."},
-    {nodeNameShared, "node-name-shared", warning, "several meshes have this name and share one mesh file",
-     "Rename them: the mesh written last replaces the others."},
     {panelFlat, "panel-flat", warning, "the web panel has no extent in x or y, so its resolution means nothing",
      "A panel lies in the x-y plane of its own object; set qv_wt_res_h to fix the resolution."},
     {fileNotWritten, "file-not-written", error, "the file could not be written",

@@ -31,7 +31,6 @@ enum class MessageId {
     nodeNotFinite,
     nodeNameParameterIgnored,
     nodeParameterRepeated,
-    nodeNameShared,
     panelFlat,
     fileNotWritten,
     dialogNotShown,

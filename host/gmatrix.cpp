@@ -36,9 +36,13 @@ double determinantOf(const Matrix3d& m) {
     return m.row(0).dot(m.row(1).cross(m.row(2)));
 }
 
-bool hasDependentRows(const Matrix3d& m) {
+// Whether the rows of `m`, whose largest entry is 1 and whose determinant is given, are linearly dependent.
+bool hasDependentRows(const Matrix3d& m, double determinant) {
+    // No row is longer than the square root of 3, which settles all but the doubtful cases without a root.
+    constexpr double kLongestRows = 5.2;
+    if (std::abs(determinant) > kDependentRows * kLongestRows) return false;
     const double lengths = m.row(0).norm() * m.row(1).norm() * m.row(2).norm();
-    return !(std::abs(determinantOf(m)) > kDependentRows * lengths);
+    return !(std::abs(determinant) > kDependentRows * lengths);
 }
 
 // The largest magnitude of an entry. Divided by it, squares and determinants keep away from the ends of the
@@ -69,7 +73,7 @@ Polar polarBySvd(const Matrix3d& m) {
 // where it does not converge.
 std::optional<Polar> polarByNewton(const Matrix3d& m) {
     constexpr int kMaxSteps = 60;
-    constexpr double kConverged = 1e-15;
+    constexpr double kConverged = 1e-8;  // the error after a step is about the square of its change
     Matrix3d r = m;
     for (int step = 0; step < kMaxSteps; ++step) {
         const Matrix3d adjugate = cofactors(r);
@@ -138,8 +142,9 @@ Matrix3d inverseOf(const Matrix3d& m) {
     const double size = sizeOf(m);
     if (size == 0) return Matrix3d::Zero();
     const Matrix3d scaled = m / size;
-    if (hasDependentRows(scaled)) return pseudoInverse(scaled) / size;
-    return cofactors(scaled).transpose() / determinantOf(scaled) / size;
+    const double determinant = determinantOf(scaled);
+    if (hasDependentRows(scaled, determinant)) return pseudoInverse(scaled) / size;
+    return cofactors(scaled).transpose() / determinant / size;
 }
 
 }  // namespace
@@ -190,8 +195,9 @@ GMatrix::Parts GMatrix::Decompose() const {
     const double size = sizeOf(upper);
     if (size == 0) return {Quat{}, Point3{}, false, true};
     const Matrix3d scaled = upper / size;
-    const bool isSingular = hasDependentRows(scaled);
-    const bool isMirrored = !isSingular && determinantOf(scaled) < 0;
+    const double determinant = determinantOf(scaled);
+    const bool isSingular = hasDependentRows(scaled, determinant);
+    const bool isMirrored = !isSingular && determinant < 0;
     const Polar polar = polarOf(isMirrored ? Matrix3d(-scaled) : scaled, isSingular);
     const double sign = isMirrored ? -size : size;
     const auto scale = [&](int axis) { return static_cast<float>(sign * polar.stretch(axis, axis)); };

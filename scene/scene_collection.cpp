@@ -1,6 +1,5 @@
 #include "scene/scene_collection.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/text.h"
@@ -145,23 +144,6 @@ void walkBelow(const CollectionContext& context, const OpenNode& start) {
     }
 }
 
-// Several masters of one name write one mesh file. Equal hashes put candidates side by side without keeping
-// names.
-void reportSharedNames(const CollectionContext& context) {
-    std::vector<std::pair<std::size_t, IGameNode*>> byHash;
-    byHash.reserve(context.scene.meshNodes.size());
-    for (IGameNode* node : context.scene.meshNodes) {
-        byHash.emplace_back(std::hash<std::string>()(nodeNameUtf8(*node).name), node);
-    }
-    std::ranges::stable_sort(byHash, {}, &std::pair<std::size_t, IGameNode*>::first);
-    for (std::size_t i = 1; i < byHash.size(); ++i) {
-        const auto& [hash, node] = byHash[i];
-        const auto& [previousHash, previous] = byHash[i - 1];
-        if (hash != previousHash || nodeNameUtf8(*node).name != nodeNameUtf8(*previous).name) continue;
-        context.report.add(MessageId::nodeNameShared, nameForReport(*node));
-    }
-}
-
 void reportBeyondFirst(const CollectionContext& context, MessageId message, const NodeList& nodes) {
     for (std::size_t i = 1; i < nodes.size(); ++i)
         context.report.add(message, nameForReport(*nodes[i]));
@@ -205,7 +187,6 @@ bool collectScene(const CollectionContext& context, const host::IGameScene& scen
     }
     reportBeyondFirst(context, MessageId::nodeExtraCamera, context.scene.cameraNodes);
     reportBeyondFirst(context, MessageId::nodeExtraCameraBounds, context.scene.cameraBoundsNodes);
-    reportSharedNames(context);
     return true;
 }
 

@@ -275,17 +275,6 @@ TEST(CollectScene, TellsOfParametersThatItCannotRead) {
               (ReportEntry{MessageId::nodeNameParameterIgnored, "Chair [color:red, mass: 2]", "color:red"}));
 }
 
-TEST(CollectScene, TellsOfMeshesThatShareAName) {
-    TestScene scene;
-    scene.addMesh(u"Chair");
-    scene.addMesh(u"Table");
-    scene.addMesh(u"Chair [a: 1]");
-    scene.addMesh(u"Chair");
-    TestCollection collection(scene);
-    collection.run();
-    EXPECT_EQ(collection.told(), (Lines{"node-name-shared Chair [a: 1]", "node-name-shared Chair"}));
-}
-
 TEST(CollectScene, WalksAChainOfAHundredThousandNodes) {
     TestScene scene;
     TestScene::Parent parent;
