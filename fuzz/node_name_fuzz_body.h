@@ -29,12 +29,16 @@ inline void fuzzNodeName(std::string_view name) {
         std::size_t size = parts.name.size() + 3;
         const std::size_t pieces = parts.paramKeys.size() + parts.ignored.size();
         require(pieces > 0);
-        for (const std::string& key : parts.paramKeys) size += key.size() + 2;
-        for (const std::string& value : parts.paramValues) size += value.size();
-        for (const std::string& piece : parts.ignored) size += piece.size();
+        for (const std::string& key : parts.paramKeys)
+            size += key.size() + 2;
+        for (const std::string& value : parts.paramValues)
+            size += value.size();
+        for (const std::string& piece : parts.ignored)
+            size += piece.size();
         require(size + 2 * (pieces - 1) == name.size());
     }
-    for (const std::string& key : parts.paramKeys) require(!key.empty() && key.find(' ') == std::string::npos);
+    for (const std::string& key : parts.paramKeys)
+        require(!key.empty() && key.find(' ') == std::string::npos);
     for (const std::string& value : parts.paramValues) {
         require(!value.empty() && value.find_first_of(" ,") == std::string::npos);
     }
