@@ -13,6 +13,7 @@
 #include "base/text.h"
 #include "hosts/assimp/assimp_reader.h"
 #include "hosts/snapshot/scene_error.h"
+#include "hosts/snapshot/snapshot_io.h"
 
 namespace velinor {
 
@@ -106,46 +107,14 @@ inline ReadScene readScene(const std::filesystem::path& file, const AssimpOption
     return read;
 }
 
-// The first thing in `scene` that names what does not exist or has not the length that it must have; empty
-// where there is none.
+// What is wrong with a scene, in one line; empty where nothing is.
 inline std::string faultOf(const SceneSnapshot& scene) {
-    const auto exceeds = [](const std::vector<FaceIndices>& faces, std::size_t count) {
-        return std::ranges::any_of(faces, [count](const FaceIndices& face) {
-            return std::ranges::any_of(face, [count](std::uint32_t vertex) { return vertex >= count; });
-        });
-    };
-    for (std::size_t i = 0; i < scene.meshes.size(); ++i) {
-        const SnapshotMesh& mesh = scene.meshes[i];
-        const std::string place = "mesh " + std::to_string(i) + ": ";
-        if (exceeds(mesh.faces, mesh.vertices.size())) return place + "vertex of a face";
-        if (!mesh.materialIds.empty() && mesh.materialIds.size() != mesh.faces.size())
-            return place + "material IDs";
-        for (const std::size_t size : {mesh.specifiedNormals.size(), mesh.renderVertices.size()}) {
-            if (size != 0 && size != mesh.vertices.size()) return place + "normals";
-        }
-        for (const auto& [number, channel] : mesh.maps) {
-            const std::string map = place + "channel " + std::to_string(number);
-            if (channel.faces.size() != mesh.faces.size()) return map + ", number of faces";
-            if (exceeds(channel.faces, channel.vertices.size())) return map + ", vertex of a face";
-        }
+    try {
+        checkSnapshot(scene, "scene");
+    } catch (const SceneError& error) {
+        return error.what();
     }
-    std::vector<int> parents(scene.nodes.size(), 0);
-    for (const SnapshotRef root : scene.roots)
-        ++parents.at(root);
-    for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
-        const SnapshotNode& node = scene.nodes[i];
-        const std::string place = "node " + std::to_string(i) + ": ";
-        for (const SnapshotRef child : node.children)
-            ++parents.at(child);
-        if (node.material && *node.material >= scene.materials.size()) return place + "material";
-        if (!node.object) return place + "object";
-        if (node.object->mesh.has_value() != (node.object->type == host::IGameObject::IGAME_MESH))
-            return place + "mesh";
-        if (node.object->mesh && *node.object->mesh >= scene.meshes.size()) return place + "mesh";
-    }
-    return std::ranges::all_of(parents, [](int count) { return count == 1; })
-               ? ""
-               : "a node that is not once in the tree";
+    return {};
 }
 
 // The message of the SceneError that reading `file` throws; empty where it throws none.
