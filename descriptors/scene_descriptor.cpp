@@ -214,7 +214,7 @@ class SceneWriter {
             constexpr host::TimeValue kStart = 0;
             const auto state = static_cast<host::LightObject*>(object.GetMaxObject())->EvalLightState(kStart);
             light = {lightTypeName(state.type), state.color, state.intens,
-                     transform.orientation * kLookToShine};
+                     transform.orientation * kLookAlongMinusZ};
             light.orientation.Normalize();
         }
         node.ReleaseIGameObject();

@@ -72,7 +72,7 @@ PanelSize sizeOf(host::IGameNode& node, Report& report) {
 Quat panelOrientation(const host::GMatrix& objectToPackage) {
     Quat q = objectToPackage.Rotation();
     q.w = -q.w;
-    q = q * kLookToShine;
+    q = q * kLookAlongMinusZ;
     q.Normalize();
     return q;
 }

@@ -24,7 +24,7 @@ json quatJson(const Quat& q) {
 // reads it so.
 json cameraPlacement(const host::IGameNode& camera) {
     const GMatrix objectToPackage = toPackageTransform(camera.GetObjectTM(), true);
-    return {{"orientation", quatJson(packageOrientation(objectToPackage) * kLookToShine)},
+    return {{"orientation", quatJson(packageOrientation(objectToPackage) * kLookAlongMinusZ)},
             {"position", vectorJson(objectToPackage.Translation())}};
 }
 

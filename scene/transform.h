@@ -28,8 +28,9 @@ struct NodeTransform {
 // Splits the matrix of a node relative to its parent.
 NodeTransform decompose(const host::GMatrix& relative);
 
-// The turn between "looks along -Z", as the host's lights and cameras do, and "shines along -Y", as the
-// package's do. Of length sqrt(2): those who use it as a factor decide whether to normalise the product.
-inline constexpr host::Quat kLookToShine{-1, 0, 0, 1};
+// Turns what looks along its own -Z, as the host's lights and cameras do, to -Y, where the axis change has
+// put that direction. Multiplied on the right of an orientation, it makes the written orientation look along
+// its own -Z again. Of length sqrt(2): those who use it decide whether to normalise the product.
+inline constexpr host::Quat kLookAlongMinusZ{-1, 0, 0, 1};
 
 }  // namespace velinor

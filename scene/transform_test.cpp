@@ -93,7 +93,7 @@ TEST(PackageOrientation, TurnsAHostRotationAboutUpIntoAPackageRotationAboutUp) {
 TEST(PackageOrientation, TurnsACameraAsAPersonExpects) {
     // A host camera that looks along host +Y, upright: local -Z is host +Y, local Y is host +Z.
     const GMatrix m{{1, 0, 0, 0}, {0, 0, 1, 0}, {0, -1, 0, 0}, {0, 0, 0, 1}};
-    Quat q = packageOrientation(toPackageTransform(m, true)) * kLookToShine;
+    Quat q = packageOrientation(toPackageTransform(m, true)) * kLookAlongMinusZ;
     q.Normalize();
     const Point3 look = turned(q, {0, 0, -1});
     const Point3 up = turned(q, {0, 1, 0});
