@@ -71,7 +71,10 @@ void import(const std::filesystem::path& file, const AssimpOptions& options, con
         ImportNotes notes;
         const SceneSnapshot scene = readWithAssimp(file, options, sender, notes);
         for (const auto& [subject, text] : notes.notes()) {
-            sender.send(Kind::note, std::to_string(subject.size()) + "\n" + subject + text);
+            std::string note = std::to_string(subject.size()) + "\n";
+            note += subject;
+            note += text;
+            sender.send(Kind::note, note);
         }
         sender.send(Kind::snapshot, writeSnapshot(scene, SnapshotEncoding::cbor));
     } catch (const std::bad_alloc&) {

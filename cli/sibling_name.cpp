@@ -29,8 +29,7 @@ fs::path unusedSibling(const fs::path& path, std::string_view purpose) {
     const std::string start =
         "." + shortened(narrowPath(path.filename())) + ".tolvex-" + std::string(purpose) + "-";
     for (;;) {
-        const fs::path candidate =
-            path.parent_path() / toPath(toUtf16Lossy(start + std::to_string(random())));
+        fs::path candidate = path.parent_path() / toPath(toUtf16Lossy(start + std::to_string(random())));
         std::error_code error;
         if (!fs::exists(fs::symlink_status(candidate, error))) return candidate;
     }

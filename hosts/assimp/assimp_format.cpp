@@ -75,6 +75,7 @@ std::vector<SceneFileEnding> assimpFileEndings() {
         }
     }
     std::vector<SceneFileEnding> endings;
+    endings.reserve(descriptions.size());
     for (auto& [ending, description] : descriptions)
         endings.push_back({ending, std::move(description)});
     return endings;

@@ -17,7 +17,7 @@ static_assert(sizeof(Point3) == 12 && sizeof(FaceIndices) == 12, "flat members a
 
 template <class Item>
 bool sameBits(const Item& a, const Item& b) {
-    using Bits = std::array<std::uint32_t, sizeof(Item) / sizeof(float)>;
+    using Bits = std::array<std::uint32_t, sizeof(Item) / sizeof(std::uint32_t)>;
     return std::bit_cast<Bits>(a) == std::bit_cast<Bits>(b);
 }
 

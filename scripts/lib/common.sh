@@ -1,5 +1,6 @@
 # Shared by the scripts beside this folder: where the project is, how to say something, how to run something quietly.
 # Sourced by bash; the caller has `set -euo pipefail`.
+# shellcheck shell=bash
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 logs="$root/build/logs"
@@ -28,36 +29,48 @@ build() {
     local preset=$1
     shift
     say "building preset $preset"
-    cd "$root"
+    cd "$root" || exit
     quietly "configure-$preset" cmake --preset "$preset" "${configure_options[@]}"
     quietly "build-$preset" cmake --build --preset "$preset" -j "$jobs" ${1:+--target "$@"}
 }
 configure_options=()
 
-# run_tests PRESET: runs the tests of a built preset, and adds to `passed` and `failed`. No test at all counts as one
-# failure.
+# count_tests RESULTS STATUS...: how many tests of a JUnit file have one of these states.
+count_tests() {
+    local results=$1
+    shift
+    grep -cE "<testcase .*status=\"($(IFS='|' && echo "$*"))\"" "$results" || true
+}
+
+# show_failures RESULTS LOG: the names of the tests that failed or did not run, and what they said.
+show_failures() {
+    sed -nE 's/.*<testcase name="([^"]*)".*status="(fail|notrun|disabled)".*/tolvex: \2: \1/p' "$1" | head -n 40
+    grep -E 'Failure|error:|ERROR:|Expected|Which is|FAILED' "$2" | head -n 60 || true
+}
+
+# run_tests PRESET: runs the tests of a built preset, and adds to `passed` and `failed`. A test that does not run has
+# failed, and so has a run without any test or one that ctest itself gives up.
 passed=0
 failed=0
 run_tests() {
-    local preset=$1 results="$root/build/logs/tests-$1.xml" now_failed=0 now_passed=0 total
+    local preset=$1 status=0 now_passed=0 now_failed=0
+    local results="$logs/tests-$preset.xml" log="$logs/tests-$preset.log"
     mkdir -p "$logs"
-    rm -f "$results"
+    rm -f "$results" "$log"
     say "running the tests of preset $preset"
-    (cd "$root" && ctest --preset "$preset" -j "$jobs" --output-junit "$results" --quiet \
-        --output-log "$logs/tests-$preset.log") || true
+    (cd "$root" && ctest --preset "$preset" -j "$jobs" --output-junit "$results" --quiet --output-log "$log") \
+        </dev/null || status=$?
     if [ -f "$results" ]; then
-        total=$(sed -n 's/.*tests="\([0-9]*\)".*/\1/p;/tests=/q' "$results")
-        now_failed=$(grep -c '<testcase .*status="fail"' "$results" || true)
-        local skipped
-        skipped=$(grep -cE '<testcase .*status="(notrun|disabled)"' "$results" || true)
-        now_failed=$((now_failed + skipped))
-        now_passed=$((total - now_failed))
+        now_passed=$(count_tests "$results" run)
+        now_failed=$(count_tests "$results" fail notrun disabled)
     fi
-    if [ $((now_passed + now_failed)) -eq 0 ]; then now_failed=1; fi
+    if [ "$now_failed" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$now_passed" -eq 0 ]; }; then
+        say "ctest ran $now_passed tests and ended with status $status" >&2
+        now_failed=1
+    fi
     if [ "$now_failed" -gt 0 ]; then
-        sed -n '/<testcase .*status="fail"/s/.*name="\([^"]*\)".*/tolvex: failed: \1/p' "$results" >&2 || true
-        grep -E 'Failure|error:|ERROR:|Expected|Which is|FAILED' "$logs/tests-$preset.log" | head -n 60 >&2 || true
-        say "all of the output: $logs/tests-$preset.log" >&2
+        [ ! -f "$results" ] || show_failures "$results" "$log" >&2
+        say "all of the output: $log" >&2
     fi
     passed=$((passed + now_passed))
     failed=$((failed + now_failed))

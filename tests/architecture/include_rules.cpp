@@ -20,7 +20,7 @@ constexpr PlainFile kPlainFiles[] = {
     {"descriptors/element_tree", "element_tree"},
 };
 
-// Headers of libraries and systems, and the only parts that may include them.
+// Headers of libraries and systems, and the only parts or files that may include them.
 struct LibraryRule {
     std::string_view prefix;
     std::vector<std::string_view> users;
@@ -30,20 +30,26 @@ const std::vector<LibraryRule>& libraryRules() {
         {"assimp/", {"hosts/assimp"}},
         {"cbor.h", {"hosts/snapshot"}},
         {"re2/", {"scene"}},
-        {"Eigen/", {"host"}},
+        {"Eigen/", {"host/gmatrix.cpp"}},
         {"vips/", {"materials"}},
         {"utf8.h", {"base"}},
+        {"utf8/", {"base"}},
         {"CLI/", {"cli"}},
         {"nlohmann/", {"hosts/snapshot", "descriptors", "plugin", "cli"}},
-        {"benchmark/", {"benchmarks"}},
-        {"windows.h", {"platform"}},
-        {"unistd.h", {"platform"}},
-        {"fcntl.h", {"platform"}},
-        {"spawn.h", {"platform"}},
-        {"sys/", {"platform"}},
+        {"gtest/", {}},
+        {"gmock/", {}},
+        {"benchmark/", {}},
     };
     return rules;
 }
+
+// Headers of operating systems, which only platform may include.
+constexpr std::string_view kSystemHeaders[] = {
+    "arpa/",    "direct.h",   "dirent.h",   "dlfcn.h",   "fcntl.h",   "glob.h",     "io.h",
+    "linux/",   "malloc.h",   "netinet/",   "poll.h",    "process.h", "pthread.h",  "pwd.h",
+    "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "signal.h",  "spawn.h",    "sys/",
+    "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h", "winsock2.h",
+};
 
 // Tests, fuzz targets, benchmarks and tools may include what they need; nothing includes them.
 bool isFree(std::string_view path) {
@@ -79,20 +85,37 @@ const PartRule* ruleOf(std::string_view part) {
     return found == partRules().end() ? nullptr : &*found;
 }
 
+std::string listed(const std::vector<std::string_view>& names) {
+    std::string list;
+    for (const std::string_view name : names) {
+        list += (list.empty() ? "" : ", ") + std::string(name);
+    }
+    return list.empty() ? "nothing" : list;
+}
+
 // What is wrong with an include of one of our own headers; empty where nothing is.
 std::string faultOfOwn(const std::string& from, const std::string& header) {
     const std::string to = partOf(header);
     if (to.empty()) return '"' + header + "\" is not written from the root";
     const PartRule* rule = ruleOf(from);
     if (rule == nullptr || from == to || std::ranges::find(rule->uses, to) != rule->uses.end()) return {};
-    return from + " may not include " + to + " (" + header + ")";
+    return from + " may not include " + to + " (\"" + header + "\"); it may use " + listed(rule->uses);
 }
 
-std::string faultOfLibrary(const std::string& from, const std::string& header) {
+// What is wrong with an include of a header of a library or a system; empty where nothing is.
+std::string faultOfForeign(const std::string& path, const std::string& from, const std::string& header) {
+    const auto isNamedBy = [&header](std::string_view prefix) {
+        return prefix.ends_with('/') ? header.starts_with(prefix) : header == prefix;
+    };
+    const std::string fault = from + " may not include <" + header + ">; ";
+    if (from != "platform" && std::ranges::any_of(kSystemHeaders, isNamedBy))
+        return fault + "only platform may";
     for (const LibraryRule& rule : libraryRules()) {
-        if (!header.starts_with(rule.prefix)) continue;
-        if (std::ranges::find(rule.users, from) != rule.users.end()) return {};
-        return from + " may not include <" + header + ">";
+        if (!isNamedBy(rule.prefix)) continue;
+        const auto isUser = [&](std::string_view user) { return user == from || user == path; };
+        if (std::ranges::any_of(rule.users, isUser)) return {};
+        return fault +
+               (rule.users.empty() ? "only tests and benchmarks may" : "only " + listed(rule.users) + " may");
     }
     return {};
 }
@@ -150,8 +173,8 @@ std::vector<std::string> includeFaults(const SourceFile& file) {
         ++number;
         const std::optional<Include> include = includeOf(line);
         if (!include) continue;
-        const std::string fault =
-            include->isOurs ? faultOfOwn(from, include->header) : faultOfLibrary(from, include->header);
+        const std::string fault = include->isOurs ? faultOfOwn(from, include->header)
+                                                  : faultOfForeign(file.path, from, include->header);
         if (!fault.empty()) faults.push_back(file.path + ":" + std::to_string(number) + ": " + fault);
     }
     return faults;
