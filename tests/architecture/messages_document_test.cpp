@@ -1,11 +1,12 @@
-// docs/messages.md is made of the catalogue of messages. TOLVEX_UPDATE_EXPECTED=1 in the environment rewrites
-// it.
+// docs/messages.md is made of the catalogue of messages. TOLVEX_REWRITE_EXPECTED=1 in the environment
+// rewrites it.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "base/messages.h"
 
@@ -34,11 +35,12 @@ std::string renderedCatalogue() {
 
 TEST(MessagesDocument, HoldsTheCatalogue) {
     const std::filesystem::path path = std::filesystem::path(TOLVEX_SOURCE_DIR) / "docs/messages.md";
-    if (std::getenv("TOLVEX_UPDATE_EXPECTED") != nullptr) std::ofstream(path) << renderedCatalogue();
+    const char* rewrite = std::getenv("TOLVEX_REWRITE_EXPECTED");
+    if (rewrite != nullptr && std::string_view(rewrite) == "1") std::ofstream(path) << renderedCatalogue();
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
     EXPECT_EQ(text.str(), renderedCatalogue())
-        << "run with TOLVEX_UPDATE_EXPECTED=1 to rewrite docs/messages.md";
+        << "run with TOLVEX_REWRITE_EXPECTED=1 to rewrite docs/messages.md";
 }
 
 }  // namespace
