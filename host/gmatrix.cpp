@@ -2,6 +2,7 @@
 
 #include <Eigen/Dense>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 namespace velinor::host {
@@ -9,10 +10,10 @@ namespace {
 
 using Matrix3d = Eigen::Matrix3d;
 
-// Rows scaled to length 1 whose determinant stays below this count as linearly dependent: so much is rounding
-// noise of 32-bit entries. The lengths of the rows themselves, the scale along the object's axes, may differ
-// by any factor.
-constexpr double kDependentRows = 1e-6;
+// A determinant counts as zero below this part of the sum of its six products' magnitudes: so much is the
+// rounding noise of 32-bit entries. The measure does not change with the lengths of rows and columns, so a
+// scale may be as uneven as it likes.
+constexpr double kDeterminantNoise = 1e-6;
 
 Matrix3d upper3x3(const GMatrix& m) {
     Matrix3d upper;
@@ -36,13 +37,13 @@ double determinantOf(const Matrix3d& m) {
     return m.row(0).dot(m.row(1).cross(m.row(2)));
 }
 
-// Whether the rows of `m`, whose largest entry is 1 and whose determinant is given, are linearly dependent.
-bool hasDependentRows(const Matrix3d& m, double determinant) {
-    // No row is longer than the square root of 3, which settles all but the doubtful cases without a root.
-    constexpr double kLongestRows = 5.2;
-    if (std::abs(determinant) > kDependentRows * kLongestRows) return false;
-    const double lengths = m.row(0).norm() * m.row(1).norm() * m.row(2).norm();
-    return !(std::abs(determinant) > kDependentRows * lengths);
+// Whether `m`, whose determinant is given, flattens space, noise apart.
+bool isFlat(const Matrix3d& m, double determinant) {
+    const Matrix3d size = m.cwiseAbs();
+    const auto products = [&size](int a, int b, int c) { return size(0, a) * size(1, b) * size(2, c); };
+    const double sum = products(0, 1, 2) + products(1, 2, 0) + products(2, 0, 1) + products(0, 2, 1) +
+                       products(1, 0, 2) + products(2, 1, 0);
+    return !(std::abs(determinant) > kDeterminantNoise * sum);
 }
 
 // The largest magnitude of an entry. Divided by it, squares and determinants keep away from the ends of the
@@ -132,18 +133,19 @@ Quat quatOf(const Matrix3d& r) {
 Matrix3d pseudoInverse(const Matrix3d& m) {
     const Eigen::JacobiSVD<Matrix3d> svd(m, Eigen::ComputeFullU | Eigen::ComputeFullV);
     Eigen::Vector3d reciprocals = svd.singularValues();
-    const double noise = kDependentRows * reciprocals(0);
+    const double noise = kDeterminantNoise * reciprocals(0);
     for (double& value : reciprocals)
         value = value > noise ? 1.0 / value : 0.0;
     return svd.matrixV() * reciprocals.asDiagonal() * svd.matrixU().transpose();
 }
 
 Matrix3d inverseOf(const Matrix3d& m) {
+    if (!m.allFinite()) return Matrix3d::Constant(std::numeric_limits<double>::quiet_NaN());
     const double size = sizeOf(m);
     if (size == 0) return Matrix3d::Zero();
     const Matrix3d scaled = m / size;
     const double determinant = determinantOf(scaled);
-    if (hasDependentRows(scaled, determinant)) return pseudoInverse(scaled) / size;
+    if (isFlat(scaled, determinant)) return pseudoInverse(scaled) / size;
     return cofactors(scaled).transpose() / determinant / size;
 }
 
@@ -196,9 +198,10 @@ GMatrix::Parts GMatrix::Decompose() const {
     if (size == 0) return {Quat{}, Point3{}, false, true};
     const Matrix3d scaled = upper / size;
     const double determinant = determinantOf(scaled);
-    const bool isSingular = hasDependentRows(scaled, determinant);
+    const bool isSingular = isFlat(scaled, determinant);
     const bool isMirrored = !isSingular && determinant < 0;
-    const Polar polar = polarOf(isMirrored ? Matrix3d(-scaled) : scaled, isSingular);
+    // 0 - 0 is 0, where a sign change would give a negative zero.
+    const Polar polar = polarOf(isMirrored ? Matrix3d(Matrix3d::Zero() - scaled) : scaled, isSingular);
     const double sign = isMirrored ? -size : size;
     const auto scale = [&](int axis) { return static_cast<float>(sign * polar.stretch(axis, axis)); };
     return {quatOf(polar.rotation), {scale(0), scale(1), scale(2)}, isMirrored, isSingular};

@@ -184,6 +184,47 @@ TEST(GMatrixInverse, OfAFlatMatrixBringsItsImagesBackToTheirPlane) {
     expectNear(child * flat.Inverse() * flat, child, 1e-4F);
 }
 
+TEST(GMatrixDecompose, SeesTheMirroringOfAMatrixThatIsThinAlongItsColumns) {
+    const GMatrix thin{
+        {0.6F, 8e-5F, 0, 0}, {-0.48F, 3.6e-5F, 8e-5F, 0}, {-0.64F, 4.8e-5F, -6e-5F, 0}, {0, 0, 0, 1}};
+    EXPECT_TRUE(thin.IsMirrored());
+    EXPECT_FALSE(thin.IsSingular());
+    expectNear(thin.Scaling(), {-0.360064F, -0.230477F, -0.409659F});
+    GMatrix turnedOver = thin;
+    for (int row = 0; row < 3; ++row)
+        turnedOver[row][2] = -turnedOver[row][2];
+    EXPECT_FALSE(turnedOver.IsMirrored());
+    expectNear(turnedOver.Scaling(), {0.360064F, 0.230477F, 0.409659F});
+}
+
+TEST(GMatrixDecompose, OfAMirroredMatrixHasNoNegativeZeros) {
+    for (const GMatrix& m : {scale(-1, 1, 1), scale(1, -2, 1), scale(1, 1, -1), scale(-1, -1, -1)}) {
+        const Quat q = m.Rotation();
+        for (const float value : {q.x, q.y, q.z, q.w})
+            EXPECT_FALSE(value == 0 && std::signbit(value)) << q;
+    }
+}
+
+TEST(GMatrixInverse, OfAThinMatrixIsExact) {
+    const GMatrix thin{
+        {0.6F, 0.8F, 0, 0}, {-0.48F, 0.36F, 8e-8F, 0}, {0.64F, -0.48F, 6e-8F, 0}, {0, 0, 0, 1}};
+    EXPECT_FALSE(thin.IsSingular());
+    expectNear(thin * thin.Inverse(), GMatrix(), 1e-5F);
+}
+
+TEST(GMatrixInverse, OfANotFiniteMatrixIsNotANumberWhateverWasInMemory) {
+    for (const float entry :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        GMatrix m;
+        m[1][1] = entry;
+        const GMatrix inverse = m.Inverse();
+        for (int row = 0; row < 4; ++row) {
+            for (std::size_t column = 0; column < 3; ++column)
+                EXPECT_TRUE(std::isnan(inverse[row][column]));
+        }
+    }
+}
+
 TEST(GMatrix, TellsNotFiniteEntries) {
     GMatrix m;
     EXPECT_TRUE(m.IsFinite());
