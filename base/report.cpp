@@ -4,8 +4,25 @@
 
 namespace velinor {
 
+namespace {
+
+// `text`, or as many of its first characters as fit.
+std::string shortened(std::string_view text) {
+    constexpr std::size_t kLongest = 300;
+    if (text.size() <= kLongest) return std::string(text);
+    std::size_t end = kLongest;
+    const auto isContinuation = [&](std::size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+    };
+    while (end > 0 && isContinuation(end))
+        --end;
+    return std::string(text.substr(0, end)) + "…";
+}
+
+}  // namespace
+
 void Report::add(MessageId id, std::string_view subject, std::string_view detail) {
-    entries_.push_back({id, std::string(subject), std::string(detail)});
+    entries_.push_back({id, shortened(subject), shortened(detail)});
 }
 
 void Report::addWritten(const std::filesystem::path& path, std::uint64_t bytes) {

@@ -31,7 +31,8 @@ struct ReportEntry {
 // Collects entries in the order in which they arise. The exporter writes to it, its owner shows it.
 class Report {
   public:
-    // Adds one message about `subject`, both UTF-8.
+    // Adds one message about `subject`, both UTF-8. Texts beyond 300 bytes are cut and end in "…": names can
+    // have a megabyte, and a node with such a name a million children.
     void add(MessageId id, std::string_view subject, std::string_view detail = {});
 
     // Notes that the file `path` is complete on disk with `bytes` bytes.

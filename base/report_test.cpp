@@ -23,6 +23,16 @@ TEST(Report, KeepsEntriesInOrderAndCountsThemBySeverity) {
     EXPECT_EQ(report.written()[0], (WrittenFile{"out/index.jsx", 15}));
 }
 
+TEST(Report, CutsLongTextsBetweenCharacters) {
+    Report report;
+    std::string name(299, 'a');
+    report.add(MessageId::nodeHidden, name + "Ж", name + "bЖ");
+    EXPECT_EQ(report.entries()[0].subject, name + "…");
+    EXPECT_EQ(report.entries()[0].detail, name + "b…");
+    report.add(MessageId::nodeHidden, name + "b");
+    EXPECT_EQ(report.entries()[1].subject, name + "b");
+}
+
 TEST(MessageCatalogue, GivesEachMessageACodeAndATextOfItsOwn) {
     std::set<std::string_view> codes;
     std::set<std::string_view> texts;

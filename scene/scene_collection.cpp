@@ -88,10 +88,12 @@ void classifyByType(const CollectionContext& context, IGameNode& node, std::int3
     }
 }
 
+// One entry a node: a name can hold 100,000 pieces that are no parameters.
 void reportIgnoredParameters(const CollectionContext& context, IGameNode& node, const NodeNameParts& parts) {
-    for (const std::string& piece : parts.ignored) {
-        context.report.add(MessageId::nodeNameParameterIgnored, nameForReport(node), piece);
-    }
+    const std::size_t others = parts.ignored.size() - 1;
+    context.report.add(MessageId::nodeNameParameterIgnored, nameForReport(node),
+                       '"' + parts.ignored.front() + '"' +
+                           (others == 0 ? std::string() : " and " + std::to_string(others) + " more"));
 }
 
 // Tells why a node is left out, where it is.

@@ -238,7 +238,7 @@ TEST(CollectScene, TakesNeitherSplinesNorBonesNorNodesWithoutObject) {
     TestScene scene;
     const auto spline = scene.addSpline(u"Spline");
     scene.addMesh(u"Below", spline);
-    scene.add(u"Bone", TestScene::ofType(6));
+    scene.addMesh(u"Skin", scene.add(u"Bone", TestScene::ofType(6)));
     scene.add(u"Xref", TestScene::ofType(8));
     scene.add(u"Strange", TestScene::ofType(-5));
     scene.add(u"Unknown", TestScene::ofType(0));
@@ -247,12 +247,14 @@ TEST(CollectScene, TakesNeitherSplinesNorBonesNorNodesWithoutObject) {
     TestCollection collection(scene);
     collection.run();
     EXPECT_EQ(collection.tree(), "");
-    EXPECT_EQ(collection.names(collection.scene.meshNodes), "Below");
-    EXPECT_EQ(collection.names(collection.scene.objectNodes), "Spline Below Bone Xref Strange Unknown Under");
+    EXPECT_EQ(collection.names(collection.scene.meshNodes), "Below Skin");
+    EXPECT_EQ(collection.names(collection.scene.objectNodes),
+              "Spline Below Bone Skin Xref Strange Unknown Under");
     EXPECT_EQ(collection.told(), (Lines{"node-type-not-exported Spline", "node-under-dropped-parent Below",
-                                        "node-type-not-exported Bone", "node-type-not-exported Xref",
-                                        "node-type-not-exported Strange", "node-type-not-exported Unknown",
-                                        "node-without-object Bare", "node-under-dropped-parent Under"}));
+                                        "node-type-not-exported Bone", "node-under-dropped-parent Skin",
+                                        "node-type-not-exported Xref", "node-type-not-exported Strange",
+                                        "node-type-not-exported Unknown", "node-without-object Bare",
+                                        "node-under-dropped-parent Under"}));
 }
 
 TEST(CollectScene, AppendsToWhatAnEarlierWalkLeft) {
@@ -271,8 +273,33 @@ TEST(CollectScene, TellsOfParametersThatItCannotRead) {
     TestCollection collection(scene);
     collection.run();
     ASSERT_EQ(collection.report.entries().size(), 1U);
-    EXPECT_EQ(collection.report.entries()[0],
-              (ReportEntry{MessageId::nodeNameParameterIgnored, "Chair [color:red, mass: 2]", "color:red"}));
+    EXPECT_EQ(collection.report.entries()[0], (ReportEntry{MessageId::nodeNameParameterIgnored,
+                                                           "Chair [color:red, mass: 2]", "\"color:red\""}));
+}
+
+TEST(CollectScene, TellsOnceOfANameWithManyPiecesThatItCannotRead) {
+    TestScene scene;
+    std::u16string name = u"Chair [x";
+    for (int i = 0; i < 100000; ++i)
+        name += u", x";
+    scene.addMesh(name + u"]");
+    TestCollection collection(scene);
+    collection.run();
+    ASSERT_EQ(collection.report.entries().size(), 1U);
+    EXPECT_EQ(collection.report.entries()[0].detail, "\"x\" and 100000 more");
+    EXPECT_LT(collection.report.entries()[0].subject.size(), 1000U);
+}
+
+TEST(CollectScene, DropsTheChildrenOfALightThatIsSwitchedOff) {
+    TestScene scene;
+    const auto light = scene.addLight(u"Light", {});
+    scene.addMesh(u"Below", light);
+    TestCollection collection(scene);
+    collection.settings.exportLights = false;
+    collection.run();
+    EXPECT_EQ(collection.tree(), "");
+    EXPECT_EQ(collection.names(collection.scene.meshNodes), "Below");
+    EXPECT_EQ(collection.told(), (Lines{"node-lights-off Light", "node-under-dropped-parent Below"}));
 }
 
 TEST(CollectScene, WalksAChainOfAHundredThousandNodes) {
