@@ -20,14 +20,16 @@ void JsxWriter::addSibling(std::string_view name, std::span<const JsxAttribute> 
 }
 
 void JsxWriter::addChild(std::string_view name, std::span<const JsxAttribute> attributes) {
+    parent_ = current_;
     current_ = last_;
     addSibling(name, attributes);
 }
 
 void JsxWriter::ascend() {
-    if (current_ == 0) return;
+    if (!parent_) return;
     last_ = current_;
-    --current_;
+    current_ = *parent_;
+    parent_ = current_ == 0 ? std::nullopt : std::optional(current_ - 1);
 }
 
 void JsxWriter::finish() {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -56,9 +57,10 @@ class JsxWriter {
     TextSink& sink_;
     std::size_t depth_;
     std::string buffer_;
-    std::vector<std::string> open_;  // the names of the open elements, outermost first
-    std::size_t current_ = 0;        // the level at which a sibling goes: so many elements are around it
-    std::size_t last_ = 0;           // the level at which a child goes
+    std::vector<std::string> open_;      // the names of the open elements, outermost first
+    std::size_t current_ = 0;            // the level at which a sibling goes: so many elements are around it
+    std::optional<std::size_t> parent_;  // the level to which an ascend returns
+    std::size_t last_ = 0;               // the level at which a child goes
 };
 
 // Writes `elements` as markup, the outermost indented by `depth` tabs.

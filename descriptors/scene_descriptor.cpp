@@ -51,7 +51,7 @@ class BracedText {
 
 // A colour channel of a light as the runtime takes it, 0 to 1. What is not a number counts as no light.
 float channel(float value) {
-    return std::isnan(value) ? 0.0F : std::clamp(value, 0.0F, 1.0F);
+    return value > 0 ? std::min(value, 1.0F) : 0.0F;
 }
 
 // "scale -1, 1, 2": for the report.
@@ -77,7 +77,8 @@ const char* lightTypeName(std::int32_t type) {
 struct OpenRecord {
     StableList<SceneNodeRecord>::const_iterator next;
     StableList<SceneNodeRecord>::const_iterator end;
-    GMatrix packageToParent;  // from package space to the space of these records' parent
+    GMatrix packageToParent;    // from package space to the space of these records' parent
+    bool isParentFlat = false;  // whether that space has lost a dimension
     bool isFirst = true;
 };
 
@@ -128,7 +129,7 @@ class SceneWriter {
     void writeTree(const SceneNodeRecord& root, Progress& progress) {
         jsx_.addSibling("root");
         std::vector<OpenRecord> open;
-        open.push_back({root.children.begin(), root.children.end(), GMatrix().Inverse()});
+        open.push_back({root.children.begin(), root.children.end(), GMatrix().Inverse(), false});
         while (!open.empty()) {
             OpenRecord& level = open.back();
             if (level.next == level.end) {
@@ -138,21 +139,22 @@ class SceneWriter {
             }
             const SceneNodeRecord& record = *level.next++;
             const GMatrix objectToPackage = toPackageTransform(record.node->GetObjectTM(), true);
-            writeNode(record, objectToPackage * level.packageToParent, std::exchange(level.isFirst, false));
+            const GMatrix objectToParent = objectToPackage * level.packageToParent;
+            const NodeTransform transform = decompose(objectToParent);
+            reportTransform(record, transform, objectToParent.IsFinite(), level.isParentFlat);
+            writeNode(record, transform, objectToParent, std::exchange(level.isFirst, false));
             progress.advance(1);
             if (!record.children.empty()) {
-                open.push_back({record.children.begin(), record.children.end(), objectToPackage.Inverse()});
+                open.push_back({record.children.begin(), record.children.end(), objectToPackage.Inverse(),
+                                level.isParentFlat || transform.isSingular});
             }
         }
         jsx_.finish();
     }
 
   private:
-    void writeNode(const SceneNodeRecord& record, const GMatrix& objectToParent, bool isFirst) {
-        const NodeTransform transform = decompose(objectToParent);
-        if (transform.isMirrored || transform.isSingular || !objectToParent.IsFinite()) {
-            reportTransform(record, transform, objectToParent.IsFinite());
-        }
+    void writeNode(const SceneNodeRecord& record, const NodeTransform& transform,
+                   const GMatrix& objectToParent, bool isFirst) {
         if (record.kind == SceneNodeKind::Light)
             return writeLight(record, transform, objectToParent, isFirst);
         attributes_.clear();
@@ -252,14 +254,17 @@ class SceneWriter {
                           {"specular=", colour}});
     }
 
-    void reportTransform(const SceneNodeRecord& record, const NodeTransform& transform, bool isFinite) {
-        const std::string name = toUtf8(record.node->GetName());
+    // Below a flat node everything is flat, which is that node's fault alone.
+    void reportTransform(const SceneNodeRecord& record, const NodeTransform& transform, bool isFinite,
+                         bool isParentFlat) {
         if (!isFinite) {
-            report_.add(MessageId::nodeNotFinite, name);
-        } else if (transform.isSingular) {
-            report_.add(MessageId::nodeSingular, name, scaleForPeople(transform.scale));
-        } else {
-            report_.add(MessageId::nodeMirrored, name, scaleForPeople(transform.scale));
+            report_.add(MessageId::nodeNotFinite, toUtf8(record.node->GetName()));
+        } else if (transform.isSingular && !isParentFlat) {
+            report_.add(MessageId::nodeSingular, toUtf8(record.node->GetName()),
+                        scaleForPeople(transform.scale));
+        } else if (transform.isMirrored) {
+            report_.add(MessageId::nodeMirrored, toUtf8(record.node->GetName()),
+                        scaleForPeople(transform.scale));
         }
     }
 

@@ -222,6 +222,76 @@ TEST(SceneDescriptor, MultipliesTheHelperFractionBeforeClamping) {
     EXPECT_NE(textOf(scene, settings).find("r: 1.000000, g: 0.500000, b: 0.500000"), std::string::npos);
 }
 
+// Turned about up, which does not commute with the constant turn: the order of the factors shows.
+TEST(SceneDescriptor, MultipliesTheConstantTurnOnTheRight) {
+    TestScene scene;
+    const auto light = scene.addLight(u"Sun", {2, {1, 1, 1}, 1});
+    scene[light].worldTransform = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    const std::string text = textOf(scene);
+    EXPECT_NE(
+        text.find("\t<node\n\t\torientation={{ w: -0.500000, x: 0.500000, y: -0.500000, z: -0.500000 }}"),
+        std::string::npos)
+        << text;
+    EXPECT_NE(
+        text.find("\t<node\n\t\torientation={{ w: -0.500000, x: -0.500000, y: 0.500000, z: 0.500000 }}"),
+        std::string::npos)
+        << text;
+    scene[light].worldTransform = {{0.6F, 0.8F, 0, 0}, {-0.8F, 0.6F, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    EXPECT_NE(textOf(scene).find("orientation={{ w: -0.632456, x: 0.632456, y: -0.316228, z: -0.316228 }}"),
+              std::string::npos);
+}
+
+TEST(SceneDescriptor, TurnsAChildIntoItsParentsSpace) {
+    // The parent is turned by 90 degrees about host X and moved, the child by 90 degrees about host Z in the
+    // world. Relative to the parent, local x lies along the parent's z, and so on: a third of a turn about a
+    // diagonal.
+    TestScene scene;
+    const auto parent = scene.addHelper(u"Parent");
+    scene[parent].worldTransform = {{1, 0, 0, 0}, {0, 0, 1, 0}, {0, -1, 0, 0}, {1, 2, 3, 1}};
+    const auto child = scene.addHelper(u"Child", parent);
+    scene[child].worldTransform = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {1, 3, 5, 1}};
+    const std::string text = textOf(scene);
+    // Right-handed host: parent-from-child = (+90 about Z) then (-90 about X): (w, x, y, z) = (1, -1, 1, 1)
+    // / 2. In package axes (x, z, -y), with both signs turned: (-1, 1, -1, 1) / 2.
+    EXPECT_NE(text.find("orientation={{ w: -0.500000, x: 0.500000, y: -0.500000, z: 0.500000 }}"),
+              std::string::npos)
+        << text;
+    // The offset (0, 1, 2) in the world is (0, 2, -1) along the parent's axes, in package axes (0, -1, -2).
+    EXPECT_NE(text.find("\t\t\tposition={{ x: 0.000000, y: -1.000000, z: -2.000000 }}"), std::string::npos)
+        << text;
+}
+
+TEST(SceneDescriptor, NestsEverythingBelowADirectionalLightInItsHelperLight) {
+    TestScene scene;
+    const auto sun = scene.addLight(u"Sun", {2, {1, 1, 1}, 1});
+    const auto child = scene.addHelper(u"Child", sun);
+    scene.addHelper(u"Grandchild", child);
+    const auto inner = scene.addLight(u"Inner", {2, {1, 1, 1}, 1}, sun);
+    scene.addHelper(u"Below inner", inner);
+    scene.addLight(u"Last", {2, {1, 1, 1}, 1});
+    const std::string text = textOf(scene);
+    std::string tags;
+    for (std::size_t at = text.find('<'); at != std::string::npos; at = text.find('<', at + 1)) {
+        tags += text.substr(at, text.find_first_of(">\n", at) - at) + " ";
+    }
+    EXPECT_EQ(
+        tags,
+        "<root <node <light </light </node <node <light </light "
+        "<node <node </node </node <node <light </light </node <node <light </light <node </node </node "
+        "</node <node <light </light </node <node <light </light </node </root ");
+}
+
+TEST(SceneDescriptor, WritesAnInstancesMasterByItsLowBytes) {
+    TestScene scene;
+    const auto a = scene.addMesh(u"A");
+    const auto b = scene.addMesh(u"\u00E9\u0416");
+    for (const auto node : {a, b})
+        scene[node].instances = InstanceList({a, b});
+    const std::string text = textOf(scene);
+    EXPECT_NE(text.find("url: '\xE9\x16.mesh'"), std::string::npos);
+    EXPECT_NE(text.find("url: '\u00E9\u0416.mesh'"), std::string::npos);
+}
+
 TEST(SceneDescriptor, AddsNoHelperLightWhereTheyAreOff) {
     TestScene scene;
     scene.addLight(u"Sun", {2, {1, 1, 1}, 1});
@@ -293,6 +363,22 @@ TEST(SceneDescriptor, TurnsASunPositionersNodeByConjugation) {
         << text;
 }
 
+TEST(SceneDescriptor, TurnsASunPositionerByAltitudeFirstAndThenByAzimuthAndNorth) {
+    TestScene scene;
+    const auto sun = scene.add(u"Sun", sunPositioner(10, 20, 30));
+    scene[sun].worldTransform = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    const std::string text = textOf(scene);
+    // The turn by 90 degrees about Y has the axis (0, cos 30, sin 30 by the row matrix of X) after the
+    // altitude, and is then turned by -30 degrees about Y. The helper light has the inverse, and 0.8 of the
+    // white.
+    EXPECT_NE(text.find("orientation={{ w: 0.375000, x: 0.625000, y: -0.216506, z: 0.649519 }}"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("orientation={{ w: 0.375000, x: -0.625000, y: 0.216506, z: -0.649519 }}"),
+              std::string::npos);
+    EXPECT_NE(text.find("diffuse={{ r: 0.800000, g: 0.800000, b: 0.800000 }}"), std::string::npos);
+}
+
 TEST(SceneDescriptor, TellsWhichNodesAreMirroredFlatOrNotFinite) {
     TestScene scene;
     const auto mirrored = scene.addMesh(u"Mirrored");
@@ -312,6 +398,7 @@ TEST(SceneDescriptor, KeepsTheChildrenOfAFlatNodeInTheirPlane) {
     const auto child = scene.addHelper(u"Child", flat);
     scene[child].worldTransform = {{2, 0, 0, 0}, {0, 2, 0, 0}, {0, 0, 0, 0}, {5, 7, 1, 1}};
     const std::string text = textOf(scene);
+    EXPECT_EQ(describe(scene).told, (std::vector<std::string>{"node-singular Flat"}));
     EXPECT_NE(text.find("position={{ x: 2.000000, y: 0.000000, z: -3.000000 }}"), std::string::npos) << text;
     EXPECT_EQ(text.find("nan"), std::string::npos) << text;
     EXPECT_EQ(text.find("inf"), std::string::npos) << text;

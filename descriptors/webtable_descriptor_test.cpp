@@ -127,6 +127,13 @@ TEST(WebtablesJson, IgnoresScaleAndRotationForTheSize) {
     EXPECT_EQ(panel.at("size").dump(), R"({"height":3.0,"width":4.0})");
 }
 
+TEST(WebtablesJson, MultipliesTheConstantTurnOnTheRight) {
+    TestScene scene;
+    const auto node = scene.addMesh(u"Webtable_1");
+    scene[node].worldTransform = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    EXPECT_EQ(onlyPanel(scene).at("orientation").dump(), R"({"w":-0.5,"x":0.5,"y":-0.5,"z":-0.5})");
+}
+
 TEST(WebtablesJson, KeepsTheOrderOfTheScene) {
     TestScene scene;
     for (const char16_t* name : {u"Webtable_3", u"_brw_x_1", u"Webtable_2"})

@@ -115,6 +115,23 @@ TEST(PackageDescriptor, WritesAnOrientationOfLengthRootTwo) {
     EXPECT_NEAR(std::sqrt(squares), std::sqrt(2.0), 1e-6);
 }
 
+TEST(PackageDescriptor, MultipliesTheConstantTurnOnTheRight) {
+    TestScene scene;
+    const auto camera = scene.addCamera(u"Camera");
+    scene[camera].worldTransform = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    EXPECT_EQ(
+        cameraOf(scene).at("orientation").dump(),
+        R"({"w":-0.7071067690849304,"x":0.7071067690849304,"y":-0.7071067690849304,"z":-0.7071067690849304})");
+}
+
+TEST(PackageDescriptor, LimitsAtZeroHaveTheSignsOfTheirSums) {
+    TestScene scene;
+    const auto bounds = scene.addMesh(u"Camera_Bounds");
+    scene[bounds].object->boundingBox = host::Box3{{0, 0, 0}, {1, 1, 1}};
+    EXPECT_EQ(cameraOf(scene).at("limits").dump(),
+              R"({"max":{"x":1.0,"y":1.0,"z":-0.0},"min":{"x":0.0,"y":0.0,"z":-1.0}})");
+}
+
 TEST(PackageDescriptor, KeepsTheDefaultsWithoutTheCamera) {
     TestScene scene;
     scene[scene.addCamera(u"Camera")].worldTransform = translation(1, 2, 3);
