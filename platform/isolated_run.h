@@ -20,10 +20,10 @@ struct IsolatedRun {
         finished,     // the work returned
         crashed,      // a signal ended it, e.g. a memory error
         timeLimit,    // it used up its processor time
-        memoryLimit,  // it asked for more memory than it may have
+        memoryLimit,  // it asked for more memory than it may have, or than there is
     };
     End end = End::finished;
-    int signal = 0;  // for `crashed`: which one; 0 where it simply left
+    int signal = 0;  // the one that ended it; 0 where it left by itself
 };
 
 // Hands a message from the isolated code to its caller. Messages are any bytes.

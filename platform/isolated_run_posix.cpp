@@ -140,9 +140,11 @@ void restoreSignals() {
     ::_exit(kFinished);
 }
 
-void passMessages(int input, const std::function<void(std::string_view)>& receive) {
+// Stops at the end of the stream, and at a size that no process of this memory can have sent: it has gone
+// mad.
+void passMessages(int input, const std::function<void(std::string_view)>& receive, std::uint64_t largest) {
     std::string message;
-    for (std::uint64_t size = 0; readAll(input, &size, sizeof size);) {
+    for (std::uint64_t size = 0; readAll(input, &size, sizeof size) && size <= largest;) {
         message.resize(size);
         if (!readAll(input, message.data(), size)) return;
         receive(message);
@@ -153,8 +155,10 @@ IsolatedRun runOf(int status) {
     using End = IsolatedRun::End;
     if (WIFSIGNALED(status)) {
         const int signal = WTERMSIG(status);
-        // The hard limit of processor time ends with SIGKILL; nobody else sends one.
-        return {signal == SIGXCPU || signal == SIGKILL ? End::timeLimit : End::crashed, signal};
+        if (signal == SIGXCPU) return {End::timeLimit, signal};
+        // The system's way of ending what takes the last of its memory.
+        if (signal == SIGKILL) return {End::memoryLimit, signal};
+        return {End::crashed, signal};
     }
     switch (WEXITSTATUS(status)) {
         case kFinished:
@@ -182,7 +186,8 @@ IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
     }
     ChildProcess child(id);
     output.reset();
-    passMessages(input.get(), receive);
+    passMessages(input.get(), receive, limits.memoryBytes);
+    input.reset();
     return runOf(child.wait());
 }
 

@@ -52,6 +52,7 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
     context.scene = environment_.host.GetIGameInterface();
     if (!context.scene->InitialiseIGame(false))
         environment_.report.add(MessageId::sceneNotEnumerated, narrowPath(toPath(name)));
+    context.nodes.clear();  // collection appends, and a host may export twice with one exporter
     collectScene({*environment_.host.GetInstanceMgr(), settings, context.patterns, context.nodes,
                   environment_.report, environment_.progress},
                  *context.scene);

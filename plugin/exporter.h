@@ -23,7 +23,8 @@ struct ExportEnvironment {
     std::filesystem::path hostExecutable;  // full path of the host program
 };
 
-// Exports scenes into packages. One object serves one export; the host makes a fresh one for each.
+// Exports scenes into packages. The host makes a fresh object for each export; one that serves several starts
+// each anew and keeps its settings.
 class tolvex final : public host::SceneExport {
   public:
     explicit tolvex(const ExportEnvironment& environment) : environment_(environment) {}
@@ -40,10 +41,10 @@ class tolvex final : public host::SceneExport {
     void ShowAbout(void* window) override;
     int SupportsOptions(int ext, std::uint32_t options) override;
 
-    // Exports the host's scene into the package folder D/N, where `name` is D/N.E. Shows the options dialog
-    // unless `suppressPrompts` is nonzero. Always returns 1, also where the user cancels. Throws
-    // std::filesystem::filesystem_error where a folder cannot be made or cleaned, and passes on what the host
-    // throws.
+    // Exports the host's scene into the package folder D/N, where `name` is D/N.E, an absolute path. Shows
+    // the options dialog unless `suppressPrompts` is nonzero. Always returns 1, also where the user cancels.
+    // Throws std::filesystem::filesystem_error where a folder cannot be made or cleaned, and passes on what
+    // the host throws.
     int DoExport(const host::MCHAR* name, host::ExpInterface* ei, host::Interface* i, int suppressPrompts,
                  std::uint32_t options) override;
 

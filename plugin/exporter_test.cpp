@@ -144,6 +144,21 @@ TEST_F(ExporterTest, RepeatsAnExportByteForByte) {
     EXPECT_EQ(content("index.jsx"), index);
 }
 
+TEST_F(ExporterTest, StartsEachOfSeveralExportsAnew) {
+    scene_.addHelper(u"Helper");
+    scene_.addMesh(u"Webtable_1");
+    const auto host = scene_.makeHost();
+    tolvex exporter({*host, report_, progress_, nullptr, folder_ / "host"});
+    const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+    exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
+    const std::string index = content("index.jsx");
+    const std::string panels = content("webtables.json");
+    fs::remove_all(folder_ / "room");
+    exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
+    EXPECT_EQ(content("index.jsx"), index);
+    EXPECT_EQ(content("webtables.json"), panels);
+}
+
 TEST_F(ExporterTest, RefusesToReplaceAFullPackage) {
     run(1);
     try {
@@ -161,7 +176,9 @@ class LeavesIntermediateMesh final : public Progress {
   public:
     explicit LeavesIntermediateMesh(fs::path package) : package_(std::move(package)) {}
     void beginPhase(std::string_view name, std::uint64_t /*total*/) override {
-        if (name == "Writing index.jsx") std::ofstream(package_ / "resources/a.mesh.xml") << "x";
+        if (name != "Writing index.jsx") return;
+        std::ofstream(package_ / "resources/a.mesh.xml") << "x";
+        std::ofstream(package_ / "where.json") << std::string(100000, 'x');  // to be overwritten
     }
     void advance(std::uint64_t /*amount*/) override {}
 

@@ -49,10 +49,9 @@ PackageFolders packageFoldersFor(const fs::path& fileName, const fs::path& hostE
 }
 
 void createPackageFolders(const PackageFolders& folders) {
-    std::error_code error;
-    const bool exists = fs::exists(folders.exportFolder, error);
-    throwOnError("exists", folders.exportFolder, error);
-    if (exists) removeEntry(folders.exportFolder);
+    // Where it cannot even be asked whether the entry exists, creating the folder fails with the reason.
+    std::error_code ignored;
+    if (fs::exists(folders.exportFolder, ignored)) removeEntry(folders.exportFolder);
     createFolder(folders.exportFolder);
     createFolder(folders.miscFolder);
     createFolder(folders.resourcesFolder);

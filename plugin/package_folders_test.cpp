@@ -110,6 +110,11 @@ TEST_F(PackageFoldersTest, TellWhichFolderCannotBeCreated) {
     std::tie(operation, path) = errorOf([&] { createPackageFolders(belowAFile); });
     EXPECT_EQ(operation, "create_directory");
 
+    const PackageFolders tooLong =
+        packageFoldersFor(folder_ / (std::string(300, 'n') + ".jsx"), "/host/host");
+    std::tie(operation, path) = errorOf([&] { createPackageFolders(tooLong); });
+    EXPECT_EQ(operation, "create_directory");
+
     fs::create_symlink(folder_ / "nowhere", folder_ / "scene");
     std::tie(operation, path) = errorOf([&] { createPackageFolders(folders()); });
     EXPECT_EQ(operation, "create_directory");

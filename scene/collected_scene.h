@@ -20,6 +20,16 @@ struct CollectedScene {
     NodeList cameraNodes;
     NodeList cameraBoundsNodes;
     NodeList webtableNodes;
+
+    // Empties tree and lists.
+    void clear() {
+        destroyTree(
+            rootRecord.children, [](SceneNodeRecord & record) -> auto& { return record.children; });
+        for (NodeList* list :
+             {&objectNodes, &lightNodes, &meshNodes, &cameraNodes, &cameraBoundsNodes, &webtableNodes}) {
+            list->clear();
+        }
+    }
 };
 
 }  // namespace velinor
