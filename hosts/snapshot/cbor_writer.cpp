@@ -59,7 +59,7 @@ class CborWriter final : public DocumentWriter {
     // Appends what one of the library's encoders makes of `arguments`.
     template <class Encode, class... Arguments>
     void append(Encode encode, Arguments... arguments) {
-        std::array<unsigned char, 9> buffer;  // NOLINT: filled below; the longest head has 9 bytes
+        std::array<unsigned char, 9> buffer;  // filled below; the longest head has 9 bytes
         const std::size_t size = encode(arguments..., buffer.data(), buffer.size());
         bytes_.append(reinterpret_cast<const char*>(buffer.data()), size);
     }

@@ -55,7 +55,7 @@ class JsonWriter final : public DocumentWriter {
     void text(std::string_view utf8) override { plain(nlohmann::json(utf8).dump()); }
 
     void integer(std::int64_t value) override {
-        NumberBuffer buffer;  // NOLINT: filled below
+        NumberBuffer buffer;  // filled below
         plain(shortest(value, buffer));
     }
 
@@ -131,13 +131,13 @@ class JsonWriter final : public DocumentWriter {
 
     template <class Integer>
     void integerLine(std::span<const Integer> values) {
-        NumberBuffer buffer;  // NOLINT: filled below
+        NumberBuffer buffer;  // filled below
         oneLine(values, [&](Integer value, std::size_t) { text_ += shortest(value, buffer); });
     }
 
     void appendReal(float value, std::optional<std::size_t> index) {
         if (std::isnan(value)) failNotANumber(value, index);
-        NumberBuffer buffer;  // NOLINT: filled below
+        NumberBuffer buffer;  // filled below
         text_ += realText(value, buffer);
     }
 
@@ -147,7 +147,7 @@ class JsonWriter final : public DocumentWriter {
             pointer += level.isList ? '/' + std::to_string(level.count - 1) : pointerStep(level.name);
         }
         if (index) pointer += '/' + std::to_string(*index);
-        NumberBuffer buffer;  // NOLINT: filled below
+        NumberBuffer buffer;  // filled below
         throw SceneError(
             placedMessage("scene", pointer,
                           std::string(shortest(value, buffer)) +

@@ -90,7 +90,7 @@ class CornerSums {
     }
 
     void appendNormals(std::size_t vertex, std::vector<RNormal>& normals) {
-        std::array<Entry, kMostEntries> entries;  // NOLINT: filled below
+        std::array<Entry, kMostEntries> entries;  // filled below
         std::size_t count = 0;
         for (std::size_t e = first_[vertex]; e != kNone; e = entries_[e].next)
             entries[count++] = entries_[e];
