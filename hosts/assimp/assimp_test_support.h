@@ -14,34 +14,18 @@
 #include "hosts/assimp/assimp_reader.h"
 #include "hosts/snapshot/scene_error.h"
 #include "hosts/snapshot/snapshot_io.h"
+#include "tests/support/temporary_folder.h"
 
 namespace velinor {
 
 // A folder of its own for each test, removed at its end.
-class ScratchFolder {
+class ScratchFolder : public TemporaryFolder {
   public:
-    ScratchFolder() {
-        std::string form = (std::filesystem::temp_directory_path() / "tolvex-assimp-XXXXXX").string();
-        if (mkdtemp(form.data()) == nullptr) throw std::runtime_error("no scratch folder " + form);
-        path_ = form;
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    const std::filesystem::path& path() const { return path_; }
-
     std::filesystem::path write(const std::string& name, std::string_view bytes) const {
-        std::ofstream(path_ / name, std::ios::binary)
+        std::ofstream(path() / name, std::ios::binary)
             .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return path_ / name;
+        return path() / name;
     }
-
-  private:
-    std::filesystem::path path_;
 };
 
 // A scene as read, with the notes that came with it.
