@@ -62,6 +62,26 @@ std::string lowBytes(std::u16string_view utf16) {
     return bytes;
 }
 
+std::string sanitiseName(std::string_view name) {
+    const auto isKept = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+               c == '.';
+    };
+    std::string sanitised(name);
+    for (char& c : sanitised) {
+        if (!isKept(c)) c = '_';
+    }
+    return sanitised;
+}
+
+std::u16string_view lastPathComponent(std::u16string_view path) {
+    return path.substr(path.find_last_of(u"/\\") + 1);  // none found is -1
+}
+
+std::string_view lastPathComponent(std::string_view path) {
+    return path.substr(path.find_last_of("/\\") + 1);
+}
+
 std::filesystem::path toPath(std::u16string_view utf16) {
 #ifdef _WIN32
     return std::filesystem::path(utf16.begin(), utf16.end());

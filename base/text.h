@@ -24,6 +24,14 @@ std::u16string toUtf16Lossy(std::string_view bytes);
 // defined so.
 std::string lowBytes(std::u16string_view utf16);
 
+// A name fit for files: every byte other than an ASCII letter, a digit, "-" and "." becomes "_", so the
+// length stays. Of a name in UTF-8 each byte beyond ASCII becomes one "_".
+std::string sanitiseName(std::string_view name);
+
+// The part of a path after its last "/" or "\": scenes travel between systems, so both separate everywhere.
+std::u16string_view lastPathComponent(std::u16string_view path);
+std::string_view lastPathComponent(std::string_view path);
+
 // The path that a host's text names: UTF-16 on Windows, UTF-8 elsewhere.
 std::filesystem::path toPath(std::u16string_view utf16);
 

@@ -67,5 +67,33 @@ TEST(Printable, ShowsControlCharactersAsEscapes) {
     EXPECT_EQ(printable("Стол"), "Стол");
 }
 
+TEST(SanitiseName, ReplacesEachByteThatIsNoLetterDigitMinusOrPoint) {
+    for (const auto& [name, expected] :
+         {std::pair<std::string_view, std::string_view>{"Brick Wall #2", "Brick_Wall__2"},
+          {"az-AZ.09", "az-AZ.09"},
+          {"\xD0\x9A\xD1\x83\xD0\xB1", "______"},
+          {"a_b/c\\d", "a_b_c_d"},
+          {std::string_view("\0\x7F\xFF[`{@:", 8), "________"},
+          {"", ""}}) {
+        EXPECT_EQ(sanitiseName(name), expected);
+        EXPECT_EQ(sanitiseName(sanitiseName(name)), expected) << "sanitising twice changes nothing";
+    }
+}
+
+TEST(LastPathComponent, IsWhatFollowsTheLastSeparatorOfEitherKind) {
+    for (const auto& [path, expected] :
+         {std::pair<std::u16string_view, std::u16string_view>{u"D:\\maps\\Sky.dds", u"Sky.dds"},
+          {u"/maps/Sky.dds", u"Sky.dds"},
+          {u"a/b\\c", u"c"},
+          {u"a\\b/c", u"c"},
+          {u"Sky.dds", u"Sky.dds"},
+          {u"D:Sky.dds", u"D:Sky.dds"},
+          {u"maps/", u""},
+          {u"", u""}}) {
+        EXPECT_EQ(lastPathComponent(path), expected);
+        EXPECT_EQ(lastPathComponent(std::string_view(lowBytes(path))), lowBytes(expected));
+    }
+}
+
 }  // namespace
 }  // namespace velinor

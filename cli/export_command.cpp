@@ -1,6 +1,8 @@
 // The command "export": reads the scene, runs the exporter on it, and shows its report. The package appears
 // whole or not at all.
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "base/text.h"
 #include "cli/commands.h"
@@ -78,6 +80,10 @@ ExportCounts countsOf(const CollectedScene& nodes) {
             nodes.cameraNodes.size(), nodes.cameraBoundsNodes.size(), nodes.webtableNodes.size()};
 }
 
+void pause(std::uint32_t milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
 void writeResult(const ExportArguments& arguments, const ExportSummary& summary) {
     StandardOutput output;
     if (arguments.json) {
@@ -103,7 +109,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const fs::path package = packageFoldersFor(target, program).exportFolder.lexically_normal();
     requireSceneOutside(arguments, package);
 
-    const auto host = makeSnapshotHost(source.scene, source.folder);
+    const auto host = makeSnapshotHost(source.scene, source.folder, pause);
     Report report;
     CommandLineDialog dialog(arguments.settings);
     tolvex exporter({*host, report, progress, &dialog, program});

@@ -1,6 +1,7 @@
 // The host's services that belong to no node: what the SDK offers as global functions.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "host/node.h"
@@ -41,6 +42,9 @@ class Host {
 
     // Null where the host cannot resolve files.
     virtual IFileResolutionManager* GetFileResolutionManager() = 0;
+
+    // Pauses the calling thread for that many milliseconds.
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
 };
 
 }  // namespace velinor::host

@@ -3,6 +3,7 @@
 #include "hosts/snapshot/snapshot_host.h"
 
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "hosts/snapshot/snapshot_host_files.h"
@@ -139,8 +140,8 @@ class Instances final : public host::IInstanceMgr {
 
 class SnapshotHost final : public host::Host, public host::IGameScene {
   public:
-    SnapshotHost(const SceneSnapshot& scene, const std::filesystem::path& folder)
-        : scene_(scene), instances_(scene_), files_(scene.assetFolders, folder) {}
+    SnapshotHost(const SceneSnapshot& scene, const std::filesystem::path& folder, SleepFunction sleep)
+        : scene_(scene), instances_(scene_), files_(scene.assetFolders, folder), sleep_(std::move(sleep)) {}
 
     host::IGameScene* GetIGameInterface() override { return this; }
     host::IInstanceMgr* GetInstanceMgr() override { return &instances_; }
@@ -149,6 +150,9 @@ class SnapshotHost final : public host::Host, public host::IGameScene {
     }
     bool DoesFileExist(HostText file) const override { return files_.exists(file); }
     host::IFileResolutionManager* GetFileResolutionManager() override { return &files_; }
+    void Sleep(std::uint32_t milliseconds) override {
+        if (sleep_) sleep_(milliseconds);
+    }
 
     // The whole scene only: exporters select for themselves.
     bool InitialiseIGame(bool selected) override { return !selected; }
@@ -163,13 +167,14 @@ class SnapshotHost final : public host::Host, public host::IGameScene {
     mutable Scene scene_;  // the scene interface gives nodes that can change from operations that are const
     Instances instances_;
     SnapshotHostFiles files_;
+    SleepFunction sleep_;
 };
 
 }  // namespace
 
-std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene,
-                                             const std::filesystem::path& folder) {
-    return std::make_unique<SnapshotHost>(scene, folder);
+std::unique_ptr<host::Host> makeSnapshotHost(const SceneSnapshot& scene, const std::filesystem::path& folder,
+                                             SleepFunction sleep) {
+    return std::make_unique<SnapshotHost>(scene, folder, std::move(sleep));
 }
 
 }  // namespace velinor

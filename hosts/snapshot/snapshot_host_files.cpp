@@ -15,12 +15,6 @@ bool isThere(const fs::path& path) {
     return fs::exists(path, error);
 }
 
-// The part after the last "/" or "\": scenes travel between systems.
-host::HostText lastComponent(host::HostText path) {
-    const auto separator = path.find_last_of(u"/\\");
-    return separator == host::HostText::npos ? path : path.substr(separator + 1);
-}
-
 // A system call would take the text up to the zero for the name.
 bool isName(host::HostText file) {
     return !file.empty() && file.find(u'\0') == host::HostText::npos;
@@ -51,7 +45,7 @@ bool SnapshotHostFiles::GetFullFilePath(std::u16string& filePath, host::AssetTyp
         if (text) filePath = *text;
         return text.has_value();
     }
-    const host::HostText name = lastComponent(filePath);
+    const host::HostText name = lastPathComponent(filePath);
     if (name.empty()) return false;
     for (const auto& searched : searched_) {
         const fs::path path = searched / toPath(name);

@@ -35,6 +35,7 @@ const std::vector<LibraryRule>& libraryRules() {
         {"utf8.h", {"base"}},
         {"utf8/", {"base"}},
         {"CLI/", {"cli"}},
+        {"pugixml.hpp", {"geometry"}},
         {"nlohmann/", {"hosts/snapshot", "descriptors", "plugin", "cli"}},
         {"gtest/", {}},
         {"gmock/", {}},

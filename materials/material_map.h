@@ -1,0 +1,35 @@
+// The materials that an export's meshes use, with the names under which they are written.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/material.h"
+#include "plugin/export_settings.h"
+
+namespace velinor {
+
+// One form in which a material is written.
+struct MaterialVariant {
+    std::string scriptName;             // sanitised: the name of the script's file and of the material in it
+    std::string reflectionTextureName;  // the file name of the reflection map
+
+    bool operator==(const MaterialVariant&) const = default;
+};
+
+// The forms of one material, each once, in the order in which meshes ask for them.
+using MaterialGroup = std::vector<MaterialVariant>;
+
+// The materials to write, in ascending order of their addresses. The missing material, null, comes first: an
+// empty slot of a multi-material stands for it. The host owns the materials.
+using MaterialMap = std::map<host::IGameMaterial*, MaterialGroup, std::less<>>;
+
+// The form of `material` in this export. A missing one, null, is called "default".
+MaterialVariant materialVariant(const host::IGameMaterial* material, const ExportSettings& settings);
+
+// Notes that a mesh uses `material` in the form `variant`.
+void registerMaterial(MaterialMap& materials, host::IGameMaterial* material, const MaterialVariant& variant);
+
+}  // namespace velinor
