@@ -26,12 +26,13 @@ struct MeshVertex {
     std::span<const TexCoord> texCoords;
 };
 
-// An ordered list of vertices that all have the same number of texture coordinates. It grows by blocks, so a vertex
-// stays where it is and growing needs no second copy of the list.
+// An ordered list of vertices that all have the same number of texture coordinates. It grows by blocks, so a
+// vertex stays where it is and growing needs no second copy of the list.
 class VertexList {
   public:
     explicit VertexList(std::size_t texCoordsPerVertex)
-        : texCoordsPerVertex_(texCoordsPerVertex), stride_(sizeof(Record) + texCoordsPerVertex * sizeof(TexCoord)) {}
+        : texCoordsPerVertex_(texCoordsPerVertex),
+          stride_(sizeof(Record) + texCoordsPerVertex * sizeof(TexCoord)) {}
 
     std::uint32_t size() const { return size_; }
 

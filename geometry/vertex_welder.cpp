@@ -1,17 +1,18 @@
-// The weld key is a plain sum of the coordinates, so on a regular grid the vertices of one key are as many as the
-// grid's side is long, and a walk over them is quadratic in effect. What is the same lies close together, though:
-// space is divided into cells, and only the vertices of the cells within the tolerance are looked at.
+// The weld key is a plain sum of the coordinates, so on a regular grid the vertices of one key are as many as
+// the grid's side is long, and a walk over them is quadratic in effect. What is the same lies close together,
+// though: space is divided into cells, and only the vertices of the cells within the tolerance are looked at.
 //
-// A cell is a cell of position and normal. Floats beyond 1/8 in magnitude lie further apart than the tolerance, so
-// there "within the tolerance" means "equal" and the number itself is the cell; below, cells are much wider than
-// the tolerance, so that nearly always one is enough. Texture coordinates must be equal, and join the hash.
+// A cell is a cell of position and normal. Floats beyond 1/8 in magnitude lie further apart than the
+// tolerance, so there "within the tolerance" means "equal" and the number itself is the cell; below, cells
+// are much wider than the tolerance, so that nearly always one is enough. Texture coordinates must be equal,
+// and join the hash.
 //
-// A corner that equals a vertex of the list exactly needs no further search. No other vertex can match it: one
-// that came earlier would have taken that vertex in, and one that came later would have been taken in by it. That
-// is the case for most corners of most meshes.
+// A corner that equals a vertex of the list exactly needs no further search. No other vertex can match it:
+// one that came earlier would have taken that vertex in, and one that came later would have been taken in by
+// it. That is the case for most corners of most meshes.
 //
-// Coordinates that are infinite or no numbers match by other rules, since a difference that is no number is not
-// greater than the tolerance. They are rare and go through lists by weld key and texture coordinates.
+// Coordinates that are infinite or no numbers match by other rules, since a difference that is no number is
+// not greater than the tolerance. They are rare and go through lists by weld key and texture coordinates.
 #include "geometry/vertex_welder.h"
 
 #include <algorithm>
@@ -27,7 +28,8 @@ namespace {
 
 constexpr float kExactBeyond = 0.125F;
 constexpr double kCellsPerUnit = 0x1p22;
-// Keeps cell numbers positive, so that conversion to an integer rounds down, and below those of larger numbers.
+// Keeps cell numbers positive, so that conversion to an integer rounds down, and below those of larger
+// numbers.
 constexpr double kCellOffset = 0x1p20;
 constexpr double kReach = 1.1 * kWeldTolerance;  // sums are rounded, so a little more than the tolerance
 constexpr std::size_t kDimensions = 6;
@@ -45,7 +47,8 @@ std::uint32_t nearCell(double coordinate) {
 }
 
 std::uint32_t cellOf(float coordinate) {
-    return std::fabs(coordinate) > kExactBeyond ? std::bit_cast<std::uint32_t>(coordinate) : nearCell(coordinate);
+    return std::fabs(coordinate) > kExactBeyond ? std::bit_cast<std::uint32_t>(coordinate)
+                                                : nearCell(coordinate);
 }
 
 std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
@@ -70,8 +73,8 @@ std::uint64_t hashOf(std::span<const TexCoord> texCoords) {
 }
 
 std::uint32_t hashOf(const Cell& cell, std::uint64_t texCoordHash) {
-    const std::uint64_t hash =
-        mix(mix(mix(texCoordHash, joined(cell[0], cell[1])), joined(cell[2], cell[3])), joined(cell[4], cell[5]));
+    const std::uint64_t hash = mix(mix(mix(texCoordHash, joined(cell[0], cell[1])), joined(cell[2], cell[3])),
+                                   joined(cell[4], cell[5]));
     return static_cast<std::uint32_t>(hash);
 }
 
@@ -120,7 +123,8 @@ class VertexWelder::NotFinite {
     }
 
   private:
-    using Lists = std::unordered_map<std::uint64_t, std::vector<std::uint32_t>>;  // only looked up, never walked
+    using Lists =
+        std::unordered_map<std::uint64_t, std::vector<std::uint32_t>>;  // only looked up, never walked
 
     static std::uint64_t keyOf(const MeshVertex& vertex) {
         return mix(hashOf(vertex.texCoords), static_cast<std::uint32_t>(weldKey(vertex.position)));
@@ -132,7 +136,8 @@ class VertexWelder::NotFinite {
 };
 
 VertexWelder::VertexWelder(std::size_t texCoordsPerVertex, std::size_t expectedVertices)
-    : vertexList_(texCoordsPerVertex), slots_(std::bit_ceil(std::max<std::size_t>(16, 2 * expectedVertices))) {}
+    : vertexList_(texCoordsPerVertex),
+      slots_(std::bit_ceil(std::max<std::size_t>(16, 2 * expectedVertices))) {}
 
 VertexWelder::~VertexWelder() = default;
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "geometry/vertex_list.h"
@@ -10,8 +11,8 @@
 namespace velinor {
 
 // Collects the corners of a mesh into a vertex list in which each vertex occurs once. The result is that of a
-// walk, in the order of insertion, over all vertices of the corner's weld key that takes the first one that is the
-// same (geometry/weld_rule.h), in constant time a corner.
+// walk, in the order of insertion, over all vertices of the corner's weld key that takes the first one that
+// is the same (geometry/weld_rule.h), in constant time a corner.
 class VertexWelder {
   public:
     // For vertices with that many texture coordinates. `expectedVertices` is only a hint.
@@ -24,6 +25,9 @@ class VertexWelder {
     std::uint32_t weld(const MeshVertex& corner);
 
     const VertexList& vertexList() const { return vertexList_; }
+
+    // Gives the list away; the welder is of no further use.
+    VertexList takeVertexList() { return std::move(vertexList_); }
 
   private:
     class NotFinite;

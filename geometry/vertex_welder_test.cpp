@@ -34,7 +34,8 @@ class PlainWalk {
         const auto [begin, end] = weldIndex_.equal_range(key);
         for (auto i = begin; i != end; ++i) {
             const Corner& candidate = vertices_[i->second];
-            if (isSameVertex({candidate.position, candidate.normal, candidate.texCoords}, vertex)) return i->second;
+            if (isSameVertex({candidate.position, candidate.normal, candidate.texCoords}, vertex))
+                return i->second;
         }
         const auto index = static_cast<std::uint32_t>(vertices_.size());
         vertices_.push_back(corner);
@@ -79,14 +80,18 @@ TEST(WeldKey, SumsWholeMillionths) {
 }
 
 TEST(VertexWelder, KeepsPositionsApartThatRoundToDifferentKeys) {
-    EXPECT_EQ(weldAll({{{0.4999999e-6F, 1, 0}}, {{0.5000001e-6F, 1, 0}}}), (std::vector<std::uint32_t>{0, 1}));
+    EXPECT_EQ(weldAll({{{0.4999999e-6F, 1, 0}}, {{0.5000001e-6F, 1, 0}}}),
+              (std::vector<std::uint32_t>{0, 1}));
 }
 
 TEST(VertexWelder, JoinsPositionsWithinTheTolerance) {
     EXPECT_EQ(weldAll({{{0.1F, 0, 0}}, {{0.1F + 7.5e-9F, 0, 0}}}), (std::vector<std::uint32_t>{0, 0}));
-    EXPECT_EQ(weldAll({{{0.5F, 0, 0}}, {{std::nextafter(0.5F, 1.0F), 0, 0}}}), (std::vector<std::uint32_t>{0, 1}));
-    EXPECT_EQ(weldAll({{{0, 0, 0}, {0, 9e-9F, 1}}, {{0, 0, 0}, {0, 0, 1}}}), (std::vector<std::uint32_t>{0, 0}));
-    EXPECT_EQ(weldAll({{{0, 0, 0}, {0, 2e-8F, 1}}, {{0, 0, 0}, {0, 0, 1}}}), (std::vector<std::uint32_t>{0, 1}));
+    EXPECT_EQ(weldAll({{{0.5F, 0, 0}}, {{std::nextafter(0.5F, 1.0F), 0, 0}}}),
+              (std::vector<std::uint32_t>{0, 1}));
+    EXPECT_EQ(weldAll({{{0, 0, 0}, {0, 9e-9F, 1}}, {{0, 0, 0}, {0, 0, 1}}}),
+              (std::vector<std::uint32_t>{0, 0}));
+    EXPECT_EQ(weldAll({{{0, 0, 0}, {0, 2e-8F, 1}}, {{0, 0, 0}, {0, 0, 1}}}),
+              (std::vector<std::uint32_t>{0, 1}));
 }
 
 TEST(VertexWelder, ComparesTexCoordsExactly) {
@@ -100,9 +105,14 @@ TEST(VertexWelder, ComparesTexCoordsExactly) {
 
 TEST(VertexWelder, NeverJoinsTexCoordsThatAreNoNumbers) {
     const Point3 p{1, 2, 3};
-    EXPECT_EQ(weldAll({{p, p, {{kNan, 0}}}, {p, p, {{kNan, 0}}}, {p, p, {{0, 0}}}, {p, p, {{0, kNan}}}, {p, p, {{0, 0}}}}),
+    EXPECT_EQ(weldAll({{p, p, {{kNan, 0}}},
+                       {p, p, {{kNan, 0}}},
+                       {p, p, {{0, 0}}},
+                       {p, p, {{0, kNan}}},
+                       {p, p, {{0, 0}}}}),
               (std::vector<std::uint32_t>{0, 1, 2, 3, 2}));
-    EXPECT_EQ(weldAll({{p, p, {{kInfinity, 0}}}, {p, p, {{kInfinity, 0}}}}), (std::vector<std::uint32_t>{0, 0}));
+    EXPECT_EQ(weldAll({{p, p, {{kInfinity, 0}}}, {p, p, {{kInfinity, 0}}}}),
+              (std::vector<std::uint32_t>{0, 0}));
 }
 
 TEST(VertexWelder, TakesADifferenceThatIsNoNumberForNone) {
@@ -116,7 +126,8 @@ TEST(VertexWelder, TakesADifferenceThatIsNoNumberForNone) {
 // Draws corners from a few values, so that many lie within the tolerance of each other or just beyond it.
 class RandomCorners {
   public:
-    RandomCorners(unsigned seed, bool withSpecialValues) : random_(seed), withSpecialValues_(withSpecialValues) {}
+    RandomCorners(unsigned seed, bool withSpecialValues)
+        : random_(seed), withSpecialValues_(withSpecialValues) {}
 
     std::vector<Corner> make(std::size_t count, std::size_t texCoordCount) {
         std::vector<Corner> corners;
@@ -137,7 +148,7 @@ class RandomCorners {
     std::size_t below(std::size_t limit) { return random_() % limit; }
 
     float coordinate() {
-        constexpr float kBases[] = {0,     -0.0F,  1e-6F,  5e-7F,   -5e-7F, 0.125F, 0.1249999F,
+        constexpr float kBases[] = {0,     -0.0F,   1e-6F, 5e-7F,   -5e-7F, 0.125F, 0.1249999F,
                                     0.25F, -0.125F, 1e20F, 1.5e-6F, 1,      -1,     2.384185791015625e-07F};
         constexpr float kSpecial[] = {kNan, kInfinity, -kInfinity, 3e38F};
         if (withSpecialValues_ && below(12) == 0) return kSpecial[below(std::size(kSpecial))];
@@ -146,7 +157,8 @@ class RandomCorners {
     }
     Point3 point() {
         const float first = coordinate();
-        return below(2) == 0 ? Point3{first, 0, 0} : Point3{first, coordinate(), below(2) == 0 ? 0 : coordinate()};
+        return below(2) == 0 ? Point3{first, 0, 0}
+                             : Point3{first, coordinate(), below(2) == 0 ? 0 : coordinate()};
     }
     float texCoord() {
         constexpr float kValues[] = {0, -0.0F, 0.5F, kNan};

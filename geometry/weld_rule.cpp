@@ -11,7 +11,8 @@ std::uint32_t wholeMillionths(float coordinate) {
     constexpr double kBeyondInt64 = 0x1p63;
     const float product = coordinate * 1e6F;
     const double millionths = double{product} + 0.5;
-    if (!(millionths > -kBeyondInt64 && millionths < kBeyondInt64)) return 0;  // the smallest integer ends in zeros
+    if (!(millionths > -kBeyondInt64 && millionths < kBeyondInt64))
+        return 0;  // the smallest integer ends in zeros
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(millionths));
 }
 
