@@ -90,7 +90,7 @@ TexCoordLayout texCoordLayoutOf(const host::Mesh& mesh) {
     return layout;
 }
 
-MeshGeometry weldMesh(const host::Mesh& mesh, const MeshMaterials& materials, Progress& progress) {
+MeshGeometry weldMesh(const host::Mesh& mesh, const MeshMaterials& materials, StepProgress& progress) {
     TexCoordLayout layout = texCoordLayoutOf(mesh);
     const std::span<const host::Face> faces = mesh.faces();
     Corners corners(mesh, layout);
@@ -103,7 +103,7 @@ MeshGeometry weldMesh(const host::Mesh& mesh, const MeshMaterials& materials, Pr
         for (std::size_t corner = 0; corner < indices.size(); ++corner)
             indices[corner] = welder.weld(corners.at(faces[f], f, corner));
         sorter.add(faces[f], f);
-        progress.advance(1);
+        progress.step();
     }
     geometry.vertexList = welder.takeVertexList();
     return geometry;

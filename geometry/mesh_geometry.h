@@ -39,7 +39,7 @@ struct MeshGeometry {
 TexCoordLayout texCoordLayoutOf(const host::Mesh& mesh);
 
 // Welds the corners of `mesh`, whose normals are built, in the order of the faces. Positions and normals come
-// out in the package's axes, texture coordinates with v pointing down. Tells `progress` each face.
-MeshGeometry weldMesh(const host::Mesh& mesh, const MeshMaterials& materials, Progress& progress);
+// out in the package's axes, texture coordinates with v pointing down. Each face is a step of `progress`.
+MeshGeometry weldMesh(const host::Mesh& mesh, const MeshMaterials& materials, StepProgress& progress);
 
 }  // namespace velinor

@@ -54,7 +54,8 @@ MeshMaterials namesOf(const std::map<std::int32_t, std::string>& names) {
 }
 
 std::string textOf(const host::Mesh& mesh, MeshMaterials materials) {
-    NoProgress progress;
+    NoProgress nobody;
+    StepProgress progress(nobody, 1, mesh.faces().size());
     const MeshGeometry geometry = weldMesh(mesh, materials, progress);
     StringSink sink;
     writeOgreMeshText(geometry, materials, mesh.getNumMaps(), sink);

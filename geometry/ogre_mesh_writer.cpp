@@ -63,15 +63,32 @@ void reportDoubts(const host::Mesh& mesh, const std::string& name, Report& repor
     if (side > kLarge) report.add(MessageId::meshLarge, name, size);
 }
 
-void writeFile(const std::filesystem::path& path, const MeshGeometry& geometry, MeshMaterials& materials,
-               int mapChannelCount, Report& report) {
+// Passes text on and lets a request to stop be seen between its pieces.
+class WatchedSink final : public TextSink {
+  public:
+    WatchedSink(TextSink& sink, Progress& progress) : sink_(sink), progress_(progress) {}
+
+    void write(std::string_view text) override {
+        sink_.write(text);
+        progress_.advance(0);
+    }
+
+  private:
+    TextSink& sink_;
+    Progress& progress_;
+};
+
+void writeFile(const MeshWriterContext& context, const std::string& baseName, const MeshGeometry& geometry,
+               MeshMaterials& materials, int mapChannelCount) {
+    const std::filesystem::path path = context.resourcesFolder / (baseName + ".mesh.xml");
     TextFile file(path);
-    writeOgreMeshText(geometry, materials, mapChannelCount, file);
+    WatchedSink watched(file, context.progress);
+    writeOgreMeshText(geometry, materials, mapChannelCount, watched);
     file.write("\n");
-    if (file.close()) {
-        report.addWritten(path, file.bytesWritten());
-    } else {
-        report.add(MessageId::fileNotWritten, narrowPath(path), file.error());
+    if (!file.close()) {
+        context.report.add(MessageId::fileNotWritten, narrowPath(path), file.error());
+    } else if (!context.settings.cleanExportFolder) {  // which would remove it in the end
+        context.report.addWritten(path, file.bytesWritten());
     }
 }
 
@@ -84,16 +101,21 @@ bool writeOgreMesh(const MeshWriterContext& context, host::IGameNode& node, cons
         object == nullptr ? TriangleObject() : triangleObjectOf(node, context.host.GetAnimRange().Start());
     if (!triangles) {
         context.report.add(MessageId::meshNotTriangles, name);
+        context.progress.advance(kProgressPerMesh);
         return true;
     }
     host::Mesh& mesh = triangles->GetMesh();
     mesh.buildNormals();
     reportDoubts(mesh, name, context.report);
-    MeshMaterials materials = nameMeshMaterials(node.GetNodeMaterial(), object->GetActiveMatIDs(),
-                                                context.settings, context.materialMap);
-    const MeshGeometry geometry = weldMesh(mesh, materials, context.progress);
-    writeFile(context.resourcesFolder / (baseName + ".mesh.xml"), geometry, materials, mesh.getNumMaps(),
-              context.report);
+    host::IGameMaterial* material = node.GetNodeMaterial();
+    if (material == nullptr && context.settings.exportMaterials)
+        context.report.add(MessageId::meshWithoutMaterial, name);
+    MeshMaterials materials =
+        nameMeshMaterials(material, object->GetActiveMatIDs(), context.settings, context.materialMap);
+    StepProgress progress(context.progress, kProgressPerMesh, mesh.faces().size());
+    const MeshGeometry geometry = weldMesh(mesh, materials, progress);
+    writeFile(context, baseName, geometry, materials, mesh.getNumMaps());
+    progress.finish();
     return true;
 }
 

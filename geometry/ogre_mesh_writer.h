@@ -26,6 +26,7 @@
 // with one tab a level.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -44,8 +45,10 @@ struct MeshWriterContext {
     host::Host& host;
     MaterialMap& materialMap;  // filled with what the meshes use
     Report& report;
-    Progress& progress;  // one unit a face
+    Progress& progress;  // kProgressPerMesh units a mesh
 };
+
+inline constexpr std::uint64_t kProgressPerMesh = 1000;
 
 // Writes the mesh of `node` to "BASENAME.mesh.xml" in the resources folder. Always true: a mesh that the host
 // cannot give as triangles, and a file that cannot be written, are told in the report.

@@ -61,7 +61,13 @@ TEST_F(OgreMeshWriterTest, EndsTheFileWithAFurtherLineFeed) {
     EXPECT_TRUE(write(triangle()));
     EXPECT_TRUE(file().starts_with("<?xml version=\"1.0\"?>\n<mesh>\n"));
     EXPECT_TRUE(file().ends_with("</mesh>\n\n"));
-    EXPECT_THAT(told(), IsEmpty());
+    EXPECT_THAT(told(), ElementsAre("mesh-without-material"));
+    EXPECT_THAT(report_.written(), IsEmpty()) << "it will be removed";
+}
+
+TEST_F(OgreMeshWriterTest, CountsTheFileAsWrittenOnlyWhereItStays) {
+    settings_.cleanExportFolder = false;
+    write(triangle());
     EXPECT_THAT(report_.written(), ElementsAre(WrittenFile{resources_ / "Chair.mesh.xml", file().size()}));
 }
 
@@ -90,22 +96,22 @@ TEST_F(OgreMeshWriterTest, LeavesOutWhatIsNoMesh) {
 TEST_F(OgreMeshWriterTest, TellsAFileThatCannotBeWritten) {
     resources_ /= "missing";
     EXPECT_TRUE(write(triangle()));
-    EXPECT_THAT(told(), ElementsAre("file-not-written"));
+    EXPECT_THAT(told(), ElementsAre("mesh-without-material", "file-not-written"));
 }
 
 TEST_F(OgreMeshWriterTest, TellsAMeshWithoutFaces) {
     write({.vertices = {{0, 0, 0}}});
-    EXPECT_THAT(told(), ElementsAre("mesh-empty"));
+    EXPECT_THAT(told(), ElementsAre("mesh-empty", "mesh-without-material"));
 }
 
 TEST_F(OgreMeshWriterTest, TellsExtentsThatSixDecimalsDoNotHold) {
     write(triangle(0.009F));
-    EXPECT_THAT(told(), ElementsAre("mesh-small"));
+    EXPECT_THAT(told(), ElementsAre("mesh-small", "mesh-without-material"));
 }
 
 TEST_F(OgreMeshWriterTest, TellsExtentsThatFloatsDoNotHold) {
     write(triangle(2e5F));
-    EXPECT_THAT(told(), ElementsAre("mesh-large"));
+    EXPECT_THAT(told(), ElementsAre("mesh-large", "mesh-without-material"));
 }
 
 TEST_F(OgreMeshWriterTest, TellsVerticesThatAreNowhere) {
@@ -113,7 +119,7 @@ TEST_F(OgreMeshWriterTest, TellsVerticesThatAreNowhere) {
     mesh.vertices[1].x = std::numeric_limits<float>::quiet_NaN();
     mesh.vertices[2].y = std::numeric_limits<float>::infinity();
     write(mesh);
-    EXPECT_THAT(told(), ElementsAre("mesh-not-finite"));
+    EXPECT_THAT(told(), ElementsAre("mesh-not-finite", "mesh-without-material"));
     EXPECT_EQ(report_.entries()[0].detail, "2 of 3 vertices");
     EXPECT_NE(file().find("nan\""), std::string::npos) << "what the host gives is written";
 }
