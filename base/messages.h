@@ -42,6 +42,7 @@ enum class MessageId {
     textureUnreadable,
     texturePathMangled,
     textureNamesEqual,
+    textureAlphaDoubtful,
     cubeMapMissing,
     cubeMapNameBreaksScript,
     cubeMapNotCube,

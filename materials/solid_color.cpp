@@ -94,10 +94,7 @@ std::string placeSolidColor(const MaterialWriterContext& context, const Color& c
         return name;
     }
     const auto source = context.placed.sourceOf(path);
-    if (source && !source->empty()) {
-        reportOnce(context, MessageId::textureNamesEqual, name,
-                   shownBytes(narrowPath(*source)) + " stands where a generated colour would");
-    }
+    if (source && !source->empty()) reportEqualNames(context, name, *source, std::filesystem::path());
     return name;
 }
 
