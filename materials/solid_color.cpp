@@ -87,7 +87,7 @@ std::string solidColorFileName(const QuantisedColor& color) {
 
 std::string placeSolidColor(const MaterialWriterContext& context, const Color& color) {
     const QuantisedColor quantised = quantise(color);
-    const std::string name = solidColorFileName(quantised);
+    std::string name = solidColorFileName(quantised);
     const fs::path path = context.folders.resourcesFolder / name;
     if (!targetExists(path)) {
         writeSolidColor(context, quantised, path);

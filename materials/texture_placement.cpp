@@ -27,10 +27,10 @@ bool holdsAlready(const MaterialWriterContext& context, const fs::path& source, 
 FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& source,
                       std::string_view targetName) {
     const fs::path target = context.folders.resourcesFolder / fs::path(targetName);
-    const FileCopy alreadyThere{FileCopy::Outcome::alreadyThere, {}, 0};
+    FileCopy alreadyThere{FileCopy::Outcome::alreadyThere, {}, 0};
     const auto previous = context.placed.sourceOf(target);
     if (previous == source && !source.empty()) return alreadyThere;
-    const FileCopy check = checkSource(source);
+    FileCopy check = checkSource(source);
     if (!check.isPlaced()) return check;
 
     bool isReplacing = false;
@@ -39,7 +39,7 @@ FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& sour
         if (previous && holdsAlready(context, source, target, previous)) return alreadyThere;
         isReplacing = previous || !haveSameContent(source, target, context.progress);
     }
-    const FileCopy copy = copyWholeFile(source, target, context.progress);
+    FileCopy copy = copyWholeFile(source, target, context.progress);
     if (copy.outcome != FileCopy::Outcome::done) return copy;
     if (isReplacing) reportEqualNames(context, targetName, source, previous);
     context.placed.noteCopied(target, source);
