@@ -112,7 +112,8 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);
     Report report;
     CommandLineDialog dialog(arguments.settings);
-    tolvex exporter({*host, report, progress, &dialog, program});
+    SystemToolRunner tools(std::nullopt, [&progress] { progress.advance(0); });
+    tolvex exporter({*host, report, progress, tools, &dialog, program});
     exporter.settings = arguments.settings;
 
     rememberInterrupts();
