@@ -59,6 +59,7 @@ enum class MessageId {
     textureUnreadable,
     texturePathMangled,
     textureNamesEqual,
+    textureAlphaDoubtful,
     cubeMapMissing,
     cubeMapNameBreaksScript,
     cubeMapNotCube,

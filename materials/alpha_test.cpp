@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <system_error>
 
 namespace velinor {
@@ -46,6 +47,43 @@ bool isRegularFile(const std::string& path) {
     return std::filesystem::is_regular_file(path, error);  // opening a pipe would wait for its other end
 }
 
+// The first thing that the library complains of while this exists. Of a damaged image it warns row by row;
+// without this, the warnings go to standard error.
+class Complaints {
+  public:
+    Complaints() : handler_(g_log_set_handler("VIPS", G_LOG_LEVEL_WARNING, keepFirst, this)) {
+        vips_error_clear();
+    }
+    Complaints(const Complaints&) = delete;
+    Complaints& operator=(const Complaints&) = delete;
+    ~Complaints() {
+        g_log_remove_handler("VIPS", handler_);
+        vips_error_clear();
+    }
+
+    // A call that failed says more than a warning.
+    std::string first() {
+        std::string error = vips_error_buffer();
+        while (error.ends_with('\n'))
+            error.pop_back();
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return error.empty() ? warning_ : error;
+    }
+
+  private:
+    // Called on the library's threads.
+    static void keepFirst(const gchar* /*domain*/, GLogLevelFlags /*level*/, const gchar* text,
+                          gpointer self) {
+        auto& complaints = *static_cast<Complaints*>(self);
+        const std::lock_guard<std::mutex> lock(complaints.mutex_);
+        if (complaints.warning_.empty()) complaints.warning_ = text;
+    }
+
+    std::mutex mutex_;
+    std::string warning_;
+    guint handler_;
+};
+
 // The library keeps opened files by their names and would give one again after it has been replaced. Its
 // operation to drop them all is for the end of the program; shrinking the store to nothing empties it, too.
 void forgetOpenedFiles() {
@@ -54,8 +92,7 @@ void forgetOpenedFiles() {
     vips_cache_set_max(most);
 }
 
-bool hasLowAlphaInPng(const std::string& path) {
-    if (vips_foreign_is_a("pngload", path.c_str()) == 0) return false;
+bool hasLowAlpha(const std::string& path) {
     const ImageRef image(vips_image_new_from_file(path.c_str(), nullptr));
     if (!image || vips_image_hasalpha(image.get()) == 0) return false;
     const ImageRef histogram = alphaHistogram(image.get());
@@ -64,11 +101,12 @@ bool hasLowAlphaInPng(const std::string& path) {
 
 }  // namespace
 
-bool hasLowAlpha(const std::string& path) {
-    const bool isLow = isRegularFile(path) && hasLowAlphaInPng(path);
+AlphaAnswer testAlpha(const std::string& path) {
+    Complaints complaints;
+    if (!isRegularFile(path) || vips_foreign_is_a("pngload", path.c_str()) == 0) return {};
+    const bool isLow = hasLowAlpha(path);
     forgetOpenedFiles();
-    vips_error_clear();
-    return isLow;
+    return {isLow, complaints.first()};
 }
 
 }  // namespace velinor

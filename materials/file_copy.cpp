@@ -110,7 +110,7 @@ bool isName(const fs::path& path) {
 }  // namespace
 
 FileCopy checkSource(const fs::path& source) {
-    const FileCopy missing{FileCopy::Outcome::missing, {}, 0};
+    FileCopy missing{FileCopy::Outcome::missing, {}, 0};
     if (!isName(source)) return missing;
     std::error_code error;
     const fs::file_status status = fs::status(source, error);

@@ -90,12 +90,12 @@ void appendUnit(std::string& text, const TextureUnit& unit, std::string_view tex
     text.append("\t\t\t}\n\n");
 }
 
-bool isSeeThrough(const std::string& path, PlacedFiles& placed) {
-    const auto known = placed.lowAlphaOf(path);
+AlphaAnswer alphaOf(const std::string& path, PlacedFiles& placed) {
+    const auto known = placed.alphaOf(path);
     if (known) return *known;
-    const bool isLow = hasLowAlpha(path);
-    placed.noteLowAlpha(path, isLow);
-    return isLow;
+    AlphaAnswer alpha = testAlpha(path);
+    placed.noteAlpha(path, alpha);
+    return alpha;
 }
 
 MaterialTextures texturesOf(const ChannelTable& channels) {
@@ -111,10 +111,27 @@ MaterialTextures texturesOf(const ChannelTable& channels) {
             .ambientOcclusion = nameOf("ao")};
 }
 
+// Why a material with that diffuse channel, its texture prepared, is transparent, for people; empty where it
+// is opaque. A bitmap decides by its pixels, a colour by its alpha.
+std::string transparencyReason(const MaterialWriterContext& context, std::string_view materialName,
+                               const ChannelSlot& diffuse) {
+    if (!diffuse.sourcePath.empty()) {
+        const AlphaAnswer alpha = alphaOf(diffuse.sourcePath, context.placed);
+        const std::string name = shownBytes(diffuse.textureFileName);
+        if (!alpha.fault.empty())
+            reportOnce(context, MessageId::textureAlphaDoubtful, materialName, name + ": " + alpha.fault);
+        return alpha.isLow ? "low alpha values in " + name : std::string();
+    }
+    if (diffuse.color.alpha == 1.0F) return {};
+    std::string reason = "the diffuse alpha is ";
+    appendFixed6(reason, diffuse.color.alpha);
+    return reason;
+}
+
 void writeScript(const MaterialWriterContext& context, const host::IGameMaterial* material,
                  std::string_view materialName, const MaterialVariant& variant,
                  const ChannelTable& channels) {
-    const std::string reason = transparencyReason(channels.find("diffuse")->second, context.placed);
+    const std::string reason = transparencyReason(context, materialName, channels.find("diffuse")->second);
     if (!reason.empty()) reportOnce(context, MessageId::materialTransparent, materialName, reason);
     const std::string name = sanitiseName(variant.scriptName);
     const auto replaced = context.placed.claimScript(name, material, materialName);
@@ -137,17 +154,6 @@ std::string materialScriptText(std::string_view name, bool isTransparent, const 
         appendUnit(text, unit, textures.*unit.texture);
     text.append("\t\t}\n\t}\n}\n");
     return text;
-}
-
-std::string transparencyReason(const ChannelSlot& diffuse, PlacedFiles& placed) {
-    if (!diffuse.sourcePath.empty()) {
-        if (!isSeeThrough(diffuse.sourcePath, placed)) return {};
-        return "low alpha values in " + shownBytes(diffuse.textureFileName);
-    }
-    if (diffuse.color.alpha == 1.0F) return {};
-    std::string reason = "the diffuse alpha is ";
-    appendFixed6(reason, diffuse.color.alpha);
-    return reason;
 }
 
 bool writeMaterialScript(const MaterialWriterContext& context, host::IGameMaterial* material,

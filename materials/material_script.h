@@ -26,10 +26,6 @@ struct MaterialTextures {
 // sides of its faces.
 std::string materialScriptText(std::string_view name, bool isTransparent, const MaterialTextures& textures);
 
-// Why a material with that diffuse channel, its texture prepared, is transparent, for people; empty where it
-// is opaque. A bitmap decides by its pixels, which are looked at once an export, a colour by its alpha.
-std::string transparencyReason(const ChannelSlot& diffuse, PlacedFiles& placed);
-
 // Writes the script and the textures of one form of `material`, which may be null, into the resources folder.
 // False where the material's class is not exported: a listing of its properties is written instead. What
 // cannot be exported, and a script that cannot be written, is told in the report. Throws

@@ -182,10 +182,30 @@ TEST_F(MaterialScriptTest, IsTransparentByTheAlphaOfTheColour) {
 }
 
 TEST_F(MaterialScriptTest, IsTransparentForEveryAlphaButOne) {
-    for (const float alpha : {0.0F, 0.999F, 1.5F, -1.0F, std::numeric_limits<float>::quiet_NaN()}) {
-        EXPECT_NE(transparencyReason({.color = {1, 1, 1, alpha}}, placed_), "") << alpha;
+    for (const float alpha : {0.0F, 0.999F, 1.5F, -1.0F, std::numeric_limits<float>::quiet_NaN(), 1.0F})
+        addStandard(u"S").opacity = alpha;
+    for (int place = 0; place < 6; ++place) {
+        EXPECT_TRUE(write(place));
+        EXPECT_THAT(placedFile("S.material"),
+                    HasSubstr(place < 5 ? "\t\tscene_blend alpha" : "\t// scene_blend"));
     }
-    EXPECT_EQ(transparencyReason({.color = {0, 0, 0, 1}}, placed_), "");
+}
+
+TEST_F(MaterialScriptTest, TellsWherePixelsLeaveADoubt) {
+    TestImage<std::uint8_t> image{64, 64, 4, std::vector<std::uint8_t>(64 * 64 * 4, 255)};
+    saveImage(pixel({128, 0}), sources_ / "grey.png");
+    saveImage(image, sources_ / "whole.png");
+    const std::string whole = readFile(sources_ / "whole.png");
+    writeFile(sources_ / "cut.png", whole.substr(0, whole.size() - 30));
+    for (const char* name : {"grey.png", "cut.png"}) {
+        const SnapshotRef map = addBitmap(name);
+        addStandard(u"S").textureMaps = {{1, map}};
+    }
+    for (const int place : {0, 1, 0})
+        EXPECT_TRUE(write(place));
+    EXPECT_EQ(report_.entries().at(0).id, MessageId::textureAlphaDoubtful);
+    EXPECT_THAT(report_.entries().at(0).detail, StartsWith("grey.png: "));
+    EXPECT_THAT(told(), Contains("texture-alpha-doubtful | S | cut.png: not enough data"));
 }
 
 TEST_F(MaterialScriptTest, IsTransparentByTheAlphaOfThePixels) {

@@ -21,7 +21,7 @@ std::optional<fs::path> PlacedFiles::sourceOf(const fs::path& target) const {
 
 void PlacedFiles::noteCopied(const fs::path& target, const fs::path& source) {
     sources_[target] = source;
-    lowAlphas_.erase(narrowPath(target));
+    alphas_.erase(narrowPath(target));
 }
 
 void PlacedFiles::noteGenerated(const fs::path& target) {
@@ -38,14 +38,14 @@ void PlacedFiles::noteComparison(const fs::path& a, const fs::path& b, bool areE
     comparisons_[ordered(a, b)] = areEqual;
 }
 
-std::optional<bool> PlacedFiles::lowAlphaOf(const std::string& path) const {
-    const auto found = lowAlphas_.find(path);
-    if (found == lowAlphas_.end()) return std::nullopt;
+std::optional<AlphaAnswer> PlacedFiles::alphaOf(const std::string& path) const {
+    const auto found = alphas_.find(path);
+    if (found == alphas_.end()) return std::nullopt;
     return found->second;
 }
 
-void PlacedFiles::noteLowAlpha(const std::string& path, bool hasLowAlpha) {
-    lowAlphas_[path] = hasLowAlpha;
+void PlacedFiles::noteAlpha(const std::string& path, const AlphaAnswer& alpha) {
+    alphas_[path] = alpha;
 }
 
 std::optional<std::string> PlacedFiles::claimScript(std::string_view scriptName,

@@ -13,6 +13,7 @@
 
 #include "base/messages.h"
 #include "host/material.h"
+#include "materials/alpha_test.h"
 
 namespace velinor {
 
@@ -31,9 +32,9 @@ class PlacedFiles {
     std::optional<bool> comparisonOf(const std::filesystem::path& a, const std::filesystem::path& b) const;
     void noteComparison(const std::filesystem::path& a, const std::filesystem::path& b, bool areEqual);
 
-    // Whether the image at `path` has low alpha values, as noted since it was last written.
-    std::optional<bool> lowAlphaOf(const std::string& path) const;
-    void noteLowAlpha(const std::string& path, bool hasLowAlpha);
+    // What the pixels of the image at `path` say, as noted since it was last written.
+    std::optional<AlphaAnswer> alphaOf(const std::string& path) const;
+    void noteAlpha(const std::string& path, const AlphaAnswer& alpha);
 
     // Gives the script `scriptName` to `material`, which may be null. Answers the name of the other material
     // that had it until then; nothing where none had.
@@ -52,7 +53,7 @@ class PlacedFiles {
 
     std::map<std::filesystem::path, std::filesystem::path> sources_;  // by target
     std::map<Pair, bool> comparisons_;
-    std::map<std::string, bool> lowAlphas_;
+    std::map<std::string, AlphaAnswer> alphas_;
     std::map<std::string, Owner, std::less<>> scripts_;
     std::set<std::tuple<MessageId, std::string, std::string>> told_;
 };

@@ -87,17 +87,14 @@ std::string solidColorFileName(const QuantisedColor& color) {
 
 std::string placeSolidColor(const MaterialWriterContext& context, const Color& color) {
     const QuantisedColor quantised = quantise(color);
-    const std::string name = solidColorFileName(quantised);
+    std::string name = solidColorFileName(quantised);
     const fs::path path = context.folders.resourcesFolder / name;
     if (!targetExists(path)) {
         writeSolidColor(context, quantised, path);
         return name;
     }
     const auto source = context.placed.sourceOf(path);
-    if (source && !source->empty()) {
-        reportOnce(context, MessageId::textureNamesEqual, name,
-                   shownBytes(narrowPath(*source)) + " stands where a generated colour would");
-    }
+    if (source && !source->empty()) reportEqualNames(context, name, *source, std::filesystem::path());
     return name;
 }
 

@@ -1,5 +1,7 @@
 #include "materials/texture_placement.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace velinor {
@@ -20,23 +22,15 @@ bool holdsAlready(const MaterialWriterContext& context, const fs::path& source, 
     return areEqual;
 }
 
-void reportReplacement(const MaterialWriterContext& context, const fs::path& source,
-                       std::string_view targetName, const std::optional<fs::path>& previous) {
-    std::string earlier = "an earlier file of the package";
-    if (previous) earlier = previous->empty() ? "a generated colour" : shownBytes(narrowPath(*previous));
-    reportOnce(context, MessageId::textureNamesEqual, shownBytes(targetName),
-               earlier + ", replaced by " + shownBytes(narrowPath(source)));
-}
-
 }  // namespace
 
 FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& source,
                       std::string_view targetName) {
     const fs::path target = context.folders.resourcesFolder / fs::path(targetName);
-    const FileCopy alreadyThere{FileCopy::Outcome::alreadyThere, {}, 0};
+    FileCopy alreadyThere{FileCopy::Outcome::alreadyThere, {}, 0};
     const auto previous = context.placed.sourceOf(target);
     if (previous == source && !source.empty()) return alreadyThere;
-    const FileCopy check = checkSource(source);
+    FileCopy check = checkSource(source);
     if (!check.isPlaced()) return check;
 
     bool isReplacing = false;
@@ -45,9 +39,9 @@ FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& sour
         if (previous && holdsAlready(context, source, target, previous)) return alreadyThere;
         isReplacing = previous || !haveSameContent(source, target, context.progress);
     }
-    const FileCopy copy = copyWholeFile(source, target, context.progress);
+    FileCopy copy = copyWholeFile(source, target, context.progress);
     if (copy.outcome != FileCopy::Outcome::done) return copy;
-    if (isReplacing) reportReplacement(context, source, targetName, previous);
+    if (isReplacing) reportEqualNames(context, targetName, source, previous);
     context.placed.noteCopied(target, source);
     context.report.addWritten(target, copy.bytes);
     return copy;
@@ -56,6 +50,15 @@ FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& sour
 void reportOnce(const MaterialWriterContext& context, MessageId id, std::string_view subject,
                 std::string_view detail) {
     if (context.placed.isNews(id, subject, detail)) context.report.add(id, subject, detail);
+}
+
+void reportEqualNames(const MaterialWriterContext& context, std::string_view targetName,
+                      const fs::path& source, const std::optional<fs::path>& other) {
+    const std::string one = shownBytes(narrowPath(source));
+    std::string two = "an earlier file of the package";
+    if (other) two = other->empty() ? "a generated colour" : shownBytes(narrowPath(*other));
+    const auto& [first, second] = std::minmax(one, two);
+    reportOnce(context, MessageId::textureNamesEqual, shownBytes(targetName), first + " and " + second);
 }
 
 std::string shownBytes(std::string_view bytes) {

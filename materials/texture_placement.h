@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "materials/file_copy.h"
@@ -19,6 +21,11 @@ FileCopy placeTexture(const MaterialWriterContext& context, const std::filesyste
 // Adds a message to the report unless this export has added the same one before.
 void reportOnce(const MaterialWriterContext& context, MessageId id, std::string_view subject,
                 std::string_view detail);
+
+// Tells that `source` and `other` end on the file `targetName` of the resources folder; each pair is told
+// once. An empty `other` is a generated image, none a file that is not of these writers.
+void reportEqualNames(const MaterialWriterContext& context, std::string_view targetName,
+                      const std::filesystem::path& source, const std::optional<std::filesystem::path>& other);
 
 // `bytes` as UTF-8 for messages, whatever they are.
 std::string shownBytes(std::string_view bytes);
