@@ -40,7 +40,9 @@ class OgreScriptReader {
         } catch (const std::exception& error) {
             send({"fault", std::string("OGRE says ") + error.what()});
         }
-        for (const Ogre::MaterialPtr& material : materialsOf(name)) {
+        const std::vector<Ogre::MaterialPtr> materials = materialsOf(name);
+        if (materials.empty()) send({"fault", "the script has no material"});
+        for (const Ogre::MaterialPtr& material : materials) {
             sendMaterial(*material);
             Ogre::MaterialManager::getSingleton().remove(material);  // the next script starts with none
         }
