@@ -12,6 +12,7 @@
 #include "cli/progress_bar.h"
 #include "cli/report_json.h"
 #include "cli/report_text.h"
+#include "cli/scene_images.h"
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
 #include "hosts/snapshot/snapshot_host.h"
@@ -101,7 +102,8 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 ExitStatus runExport(const ExportArguments& arguments) {
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    const SceneSource source = openScene(arguments.scene, progress);
+    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
+    linkBitmaps(source);
 
     const fs::path target = fs::absolute(arguments.target).lexically_normal();
     const std::u16string targetText = hostText(target);

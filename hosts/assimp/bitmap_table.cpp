@@ -19,6 +19,20 @@ std::string shown(std::u16string_view name) {
     return "\"" + oneLine(toUtf8(name)) + "\"";
 }
 
+// "/scenes, its folders room.fbm, textures, Textures, maps, /assets".
+std::string shownFolders(const TextureFiles& files) {
+    const fs::path& scene = files.searched().front();
+    std::string inScene;
+    std::string others;
+    for (const fs::path& folder : files.searched()) {
+        if (folder == scene) continue;
+        const bool isInScene = folder.parent_path() == scene;
+        const std::string text = printable(narrowPath(isInScene ? folder.filename() : folder));
+        (isInScene ? inScene : others) += (isInScene && inScene.empty() ? "" : ", ") + text;
+    }
+    return printable(narrowPath(scene)) + ", its folders " + inScene + others;
+}
+
 // A larger file is no texture, and would take the memory of the scene.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30U;
 
@@ -107,12 +121,9 @@ void BitmapTable::noteMissing(const Image& image, const std::string& material) {
         return notes_.add(material, "the texture is image " + toUtf8(image.name).substr(1) +
                                         " of the scene file, which does not hold it");
     }
-    std::string folders;
-    for (const fs::path& folder : files_.searched())
-        folders += (folders.empty() ? "" : ", ") + printable(narrowPath(folder));
-    notes_.add(material, "the bitmap " + shown(image.name) +
-                             " is missing: it was looked for under this path and by its name alone in " +
-                             folders + "; put it into one of these folders");
+    notes_.add(material,
+               "the bitmap " + shown(image.name) + " is missing: it was looked for at this path, and as " +
+                   shown(lastPathComponent(image.name)) + " in " + shownFolders(files_) + "; put it there");
 }
 
 std::u16string BitmapTable::bitmapName(const Image& image, const std::string& material) {

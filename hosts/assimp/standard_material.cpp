@@ -91,11 +91,12 @@ float ofExponent(float exponent) {
     return exponent > 0 ? std::log2(exponent) / 10 : 0;
 }
 
-// One writer gives the host's percentage, some the host's number, others the exponent. An exponent is never
+// Some writers give the host's number as it is, one its percentage, the others the exponent, which is never
 // below 1.
 float ofColladaShininess(float shininess, const SourceFile& file) {
-    if (file.generator.find("ColladaMax") != std::string::npos) return shininess / 100;
-    return shininess < 1 ? shininess : ofExponent(shininess);
+    if (shininess < 1) return shininess;
+    const bool isPercentage = file.generator.find("ColladaMax") != std::string::npos;
+    return isPercentage ? shininess / 100 : ofExponent(shininess);
 }
 
 float glossinessBy(float shininess, const SourceFile& file) {
