@@ -12,11 +12,12 @@
 #include "cli/progress_bar.h"
 #include "cli/report_json.h"
 #include "cli/report_text.h"
+#include "cli/scene_images.h"
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
+#include "cli/transient_folder.h"
 #include "hosts/snapshot/snapshot_host.h"
 #include "platform/process_info.h"
-#include "platform/temporary_folder.h"
 #include "platform/tool_runner.h"
 #include "plugin/exporter.h"
 #include "plugin/setting_rules.h"
@@ -103,7 +104,8 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 ExitStatus runExport(const ExportArguments& arguments) {
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    const SceneSource source = openScene(arguments.scene, progress);
+    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
+    linkBitmaps(source);
 
     const fs::path target = fs::absolute(arguments.target).lexically_normal();
     const std::u16string targetText = hostText(target);
@@ -114,7 +116,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);
     Report report;
     CommandLineDialog dialog(arguments.settings);
-    const TemporaryFolder toolFolder;  // tools leave logs where they run
+    const TransientFolder toolFolder;  // tools leave logs where they run
     SystemToolRunner tools(toolFolder.path(), [&progress] { progress.advance(0); });
     tolvex exporter({*host, report, progress, tools, &dialog, program});
     exporter.settings = arguments.settings;

@@ -140,7 +140,9 @@ SceneSnapshot importIsolated(const std::filesystem::path& file, const AssimpOpti
                              Progress& progress, ImportNotes& notes, const IsolationLimits& limits) {
     Receiver receiver{progress, notes};
     const IsolatedRun run = runIsolated([&](const SendMessage& send) { import(file, options, send); },
-                                        [&](std::string_view message) { receiver.receive(message); }, limits);
+                                        [&](std::string_view message) { receiver.receive(message); }, limits,
+                                        [&progress] { progress.advance(0); });
+    progress.advance(0);  // what stops this process may have stopped the other one first
     if (receiver.error) throw SceneError(*receiver.error);
     const std::string name = narrowPath(file);
     if (run.end != IsolatedRun::End::finished || receiver.snapshot.empty()) {

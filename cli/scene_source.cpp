@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "cli/command_error.h"
+#include "cli/interrupts.h"
 #include "cli/isolated_import.h"
 #include "hosts/assimp/assimp_reader.h"
 
@@ -70,17 +71,17 @@ void requireFile(const fs::path& file) {
 SceneSource readStandardInput() {
     const std::string name = sceneName("-");
     const std::string bytes = readToEnd(stdin, name);
-    return {readSnapshot(bytes, guessSnapshotEncoding(bytes), name), fs::current_path(), {}};
+    return {readSnapshot(bytes, guessSnapshotEncoding(bytes), name), fs::current_path(), {}, {}};
 }
 
 fs::path folderOf(const fs::path& file) {
     return fs::absolute(file).parent_path();
 }
 
-SceneSource readScene(const fs::path& scene, Progress& progress) {
+SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages images) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
-        return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}};
+        return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}, {}};
     }
     requireFile(scene);
     if (!canReadWithAssimp(scene)) {
@@ -88,7 +89,13 @@ SceneSource readScene(const fs::path& scene, Progress& progress) {
     }
     SceneSource source;
     source.folder = folderOf(scene);
-    source.scene = importIsolated(scene, {}, progress, source.notes);
+    AssimpOptions options;
+    if (images == SceneImages::extract) {
+        rememberInterrupts();
+        source.images = std::make_unique<TransientFolder>();
+        options.imageFolder = source.images->path();
+    }
+    source.scene = importIsolated(scene, options, progress, source.notes);
     return source;
 }
 
@@ -115,11 +122,11 @@ std::string readSceneFile(const fs::path& file) {
     return readToEnd(stream.get(), name);
 }
 
-SceneSource openScene(const fs::path& scene, Progress& progress) {
+SceneSource openScene(const fs::path& scene, Progress& progress, SceneImages images) {
     const std::string phase = "Reading " + sceneName(scene);
     progress.beginPhase(phase, 0);
     try {
-        return readScene(scene, progress);
+        return readScene(scene, progress, images);
     } catch (const std::bad_alloc&) {
         refuse(sceneName(scene), "needs more memory than there is; close other programs, or split the scene");
     }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "base/progress.h"
+#include "cli/transient_folder.h"
 #include "hosts/assimp/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "hosts/snapshot/snapshot_io.h"
@@ -17,6 +19,9 @@ struct SceneSource {
     SceneSnapshot scene;
     std::filesystem::path folder;  // absolute; what relative names in the scene are meant against
     ImportNotes notes;             // what the file holds and the scene does not
+    // Of an imported scene: holds the images that were taken out of the file, and lives as long as they are
+    // needed. Null where there can be none.
+    std::unique_ptr<TransientFolder> images = {};
 };
 
 // "standard input" for "-", otherwise the path as given.
@@ -29,8 +34,12 @@ std::optional<SnapshotEncoding> snapshotEncodingByEnding(const std::filesystem::
 // The bytes of a regular file, a pipe or a device. Throws CommandError (kNotRun) where it cannot be read.
 std::string readSceneFile(const std::filesystem::path& file);
 
+// Whether images that a scene file holds within itself are wanted as files.
+enum class SceneImages { leave, extract };
+
 // Reads the scene. Throws CommandError (kNotRun) or SceneError where it cannot be read; what `progress`
-// throws passes through.
-SceneSource openScene(const std::filesystem::path& scene, Progress& progress);
+// throws passes through. Where images are extracted, a request to stop is remembered from the start of the
+// import on (see rememberInterrupts), so that they are removed again.
+SceneSource openScene(const std::filesystem::path& scene, Progress& progress, SceneImages images);
 
 }  // namespace velinor

@@ -6,7 +6,9 @@
 
 #include "base/text.h"
 #include "cli/commands.h"
+#include "cli/interrupts.h"
 #include "cli/progress_bar.h"
+#include "cli/scene_images.h"
 #include "cli/scene_source.h"
 #include "cli/sibling_name.h"
 #include "cli/standard_output.h"
@@ -61,11 +63,14 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     }
     ProgressBar progress(progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    const SceneSource source = openScene(arguments.scene, progress);
+    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
     progress.clear();
     showNotes(source.notes, progress);
 
+    throwIfInterrupted();
+    SnapshotImages images(source, arguments.out);
     replaceFile(arguments.out, writeSnapshot(source.scene, *encoding));
+    images.keep();
 
     StandardOutput output;
     output.write(printable(narrowPath(arguments.out)) + "\n");

@@ -31,9 +31,11 @@ using SendMessage = std::function<void(std::string_view)>;
 
 // Runs `work` in a process of its own that shares nothing with this one but what it was before the call. Each
 // message that `work` sends arrives at `receive` here, in order, while it runs. What `work` prints is
-// dropped; it must catch its own exceptions, apart from std::bad_alloc. An exception from `receive` ends the
-// other process and is passed on. Throws std::system_error where no process can be started.
-IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
-                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits);
+// dropped; it must catch its own exceptions, apart from std::bad_alloc. `whileWaiting` is called a few times
+// a second while no message comes. An exception from it or from `receive` ends the other process and is
+// passed on. Throws std::system_error where no process can be started.
+IsolatedRun runIsolated(
+    const std::function<void(const SendMessage&)>& work, const std::function<void(std::string_view)>& receive,
+    const IsolationLimits& limits, const std::function<void()>& whileWaiting = [] {});
 
 }  // namespace velinor

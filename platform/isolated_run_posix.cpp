@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <poll.h>
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
@@ -140,11 +141,26 @@ void restoreSignals() {
     ::_exit(kFinished);
 }
 
+// Returns when there is something to read, or the end of the stream.
+void waitFor(int input, const std::function<void()>& whileWaiting) {
+    constexpr int kMilliseconds = 200;
+    pollfd waited{input, POLLIN, 0};
+    for (;;) {
+        const int ready = ::poll(&waited, 1, kMilliseconds);
+        if (ready > 0 || (ready < 0 && errno != EINTR)) return;
+        whileWaiting();
+    }
+}
+
 // Stops at the end of the stream, and at a size that no process of this memory can have sent: it has gone
 // mad.
-void passMessages(int input, const std::function<void(std::string_view)>& receive, std::uint64_t largest) {
+void passMessages(int input, const std::function<void(std::string_view)>& receive, std::uint64_t largest,
+                  const std::function<void()>& whileWaiting) {
     std::string message;
-    for (std::uint64_t size = 0; readAll(input, &size, sizeof size) && size <= largest;) {
+    for (;;) {
+        waitFor(input, whileWaiting);
+        std::uint64_t size = 0;
+        if (!readAll(input, &size, sizeof size) || size > largest) return;
         message.resize(size);
         if (!readAll(input, message.data(), size)) return;
         receive(message);
@@ -173,7 +189,8 @@ IsolatedRun runOf(int status) {
 }  // namespace
 
 IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
-                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits) {
+                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits,
+                        const std::function<void()>& whileWaiting) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) throwSystemError("pipe");
     Descriptor input(ends[0]);
@@ -186,7 +203,7 @@ IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
     }
     ChildProcess child(id);
     output.reset();
-    passMessages(input.get(), receive, limits.memoryBytes);
+    passMessages(input.get(), receive, limits.memoryBytes, whileWaiting);
     input.reset();
     return runOf(child.wait());
 }

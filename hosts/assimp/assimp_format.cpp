@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/assimp/assimp_text.h"
+
 namespace velinor {
 namespace {
 
@@ -38,13 +40,6 @@ std::string descriptionOf(const aiImporterDesc& reader) {
         if (at != std::string::npos) name.erase(at, word.size());
     }
     return name;
-}
-
-std::string lowerCase(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
 }
 
 }  // namespace

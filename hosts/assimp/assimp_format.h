@@ -2,6 +2,7 @@
 // another.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -27,9 +28,11 @@ enum class FileFormat {
 
 // What is known of a file beside its content as the library shows it.
 struct SourceFile {
-    std::string shown;  // the file as the user named it, fit for one line
-    std::string stem;   // the last component without its ending
+    std::filesystem::path path;  // as the user named it
+    std::string shown;           // the same, fit for one line
+    std::string stem;            // the last component without its ending
     FileFormat format = FileFormat::other;
+    std::string generator;  // the program that wrote the file, as it calls itself; empty: not told
     bool isAsciiFbx = false;
 };
 

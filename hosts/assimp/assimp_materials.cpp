@@ -2,93 +2,29 @@
 
 #include <assimp/scene.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
+#include "hosts/assimp/physical_material.h"
+#include "hosts/assimp/standard_material.h"
 
 namespace velinor {
 namespace {
 
-struct ClassId {
-    std::uint32_t a = 0;
-    std::uint32_t b = 0;
-
-    bool operator==(const ClassId&) const = default;
-};
-
-// The classes of 3ds Max with a base colour, roughness and metalness. An exporter knows one of them by name,
-// so all are presented as that one.
-constexpr ClassId kPhysicalClasses[] = {
-    {0x3D6B1CEC, 0xDEADC001},  // Physical Material
-    {0xD00F1E00, 0xBE77E500},  // PBR Material (Metal/Rough)
-    {0xD00F1E00, 0x01DBAD33},  // PBR Material (Spec/Gloss)
-    {0x38420192, 0x45FE4E1B},  // glTF Material
-    {0xF1551E33, 0x37FB1337},  // OpenPBR Material
-};
-
-constexpr std::string_view kPhysicalValues[] = {"$mat.metallicFactor", "$mat.roughnessFactor",
-                                                "$mat.glossinessFactor"};
-
-bool isSameButCase(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::ranges::equal(a, b, [lower](char x, char y) { return lower(x) == lower(y); });
-}
-
-const aiMaterialProperty* findProperty(const aiMaterial& material, std::string_view key) {
-    for (unsigned i = 0; i < material.mNumProperties; ++i) {
-        const aiMaterialProperty* property = material.mProperties[i];
-        if (property != nullptr && isSameButCase(textOf(property->mKey), key)) return property;
-    }
-    return nullptr;
-}
-
-bool hasRawProperty(const aiMaterial& material) {
-    for (unsigned i = 0; i < material.mNumProperties; ++i) {
-        const aiMaterialProperty* property = material.mProperties[i];
-        if (property != nullptr && textOf(property->mKey).starts_with("$raw.")) return true;
-    }
-    return false;
-}
-
-std::optional<std::uint32_t> integerProperty(const aiMaterial& material, std::string_view key) {
-    const aiMaterialProperty* property = findProperty(material, key);
-    int value = 0;
-    if (property == nullptr || material.Get(property->mKey.C_Str(), property->mSemantic, property->mIndex,
-                                            value) != aiReturn_SUCCESS) {
-        return std::nullopt;
-    }
-    return static_cast<std::uint32_t>(value);
-}
-
-bool isPhysical(const aiMaterial& material, FileFormat format) {
-    if (format == FileFormat::fbx) {
-        const auto a = integerProperty(material, "$raw.3dsMax|ClassIDa");
-        const auto b = integerProperty(material, "$raw.3dsMax|ClassIDb");
-        return a && b && std::ranges::find(kPhysicalClasses, ClassId{*a, *b}) != std::end(kPhysicalClasses);
-    }
-    return std::ranges::any_of(kPhysicalValues, [&material](std::string_view key) {
-        return findProperty(material, key) != nullptr;
-    });
-}
-
-aiString nameOf(const aiMaterial& material) {
-    aiString name;
-    material.Get(AI_MATKEY_NAME, name);
-    return name;
+std::string nameOf(const aiMaterial& material) {
+    return MaterialValues(material).text("?mat.name").value_or(std::string());
 }
 
 // Whether the library has made the material up for meshes without one.
 bool isPlaceholder(const aiScene& scene, unsigned index, FileFormat format) {
     const aiMaterial* material = scene.mMaterials[index];
     if (material == nullptr) return true;
-    const aiString name = nameOf(*material);
-    const std::string_view text = textOf(name);
+    const std::string text = nameOf(*material);
     switch (format) {
         case FileFormat::fbx:
-            return text == "DefaultMaterial" && !hasRawProperty(*material);
+            return text == "DefaultMaterial" && !MaterialValues(*material).hasKeyThatBegins("$raw.");
         case FileFormat::gltf:
             return text.empty() && index + 1 == scene.mNumMaterials;
         case FileFormat::obj:
@@ -103,27 +39,61 @@ bool isPlaceholder(const aiScene& scene, unsigned index, FileFormat format) {
 }
 
 std::u16string shownMaterialName(const aiMaterial& material, const SourceFile& file) {
-    const aiString name = nameOf(material);
-    return file.isAsciiFbx ? hostName(aiString(decodeFbxEntities(textOf(name)))) : hostName(name);
+    const std::string name = nameOf(material);
+    return hostText(file.isAsciiFbx ? decodeFbxEntities(name) : name);
 }
 
-SnapshotMaterial convert(const aiMaterial& source, const SourceFile& file) {
+// What no material of a package has, whatever its class.
+void noteLosses(const MaterialSource& source) {
+    const MaterialValues& values = source.values;
+    const auto isSet = [&values](const char* key) { return values.number(key).value_or(0) > 0; };
+    const std::pair<bool, MaterialLoss> losses[] = {
+        {values.hasMovedTexture(), MaterialLoss::movedTexture},
+        {source.file.format == FileFormat::gltf && values.hasTextureOfOtherSet(),
+         MaterialLoss::otherTextureSet},
+        {values.hasLayeredTextures(), MaterialLoss::layeredTextures},
+        {isSet("$mat.clearcoat.factor"), MaterialLoss::clearCoat},
+        {values.has("$clr.sheen.factor"), MaterialLoss::sheen},
+        {isSet("$mat.transmission.factor"), MaterialLoss::transmission},
+    };
+    for (const auto& [isLost, loss] : losses) {
+        if (isLost) source.losses.add(loss, source.name);
+    }
+}
+
+SnapshotMaterial convert(const MaterialSource& source, std::u16string name) {
     SnapshotMaterial material;
-    material.className = isPhysical(source, file.format) ? u"Physical Material" : u"Standard";
-    material.name = shownMaterialName(source, file);
+    material.name = std::move(name);
+    const bool isFbx = source.file.format == FileFormat::fbx;
+    if (isFbx ? isFbxPhysical(source.values) : isPhysical(source.values)) {
+        material.className = u"Physical Material";
+        material.properties = physicalProperties(isFbx ? fbxPhysical(source) : physicalOf(source));
+    } else {
+        material.className = u"Standard";
+        fillStandard(source, material);
+    }
+    noteLosses(source);
     return material;
 }
 
 }  // namespace
 
-MaterialTable::MaterialTable(const aiScene& scene, const SourceFile& file) {
+MaterialTable::MaterialTable(const aiScene& scene, const SourceFile& file, BitmapTable& bitmaps,
+                             Progress& progress, ImportNotes& notes) {
     const unsigned count = scene.mMaterials == nullptr ? 0 : scene.mNumMaterials;
+    MaterialLosses losses;
+    progress.beginPhase("Converting materials", count);
     for (unsigned i = 0; i < count; ++i) {
+        progress.advance(1);
         ofLibrary_.emplace_back();
         if (isPlaceholder(scene, i, file.format)) continue;
+        const MaterialValues values(*scene.mMaterials[i]);
+        std::u16string name = shownMaterialName(*scene.mMaterials[i], file);
         ofLibrary_.back() = static_cast<SnapshotRef>(materials_.size());
-        materials_.push_back(convert(*scene.mMaterials[i], file));
+        const std::string noted = oneLine(toUtf8(name));
+        materials_.push_back(convert({values, file, noted, bitmaps, losses}, std::move(name)));
     }
+    losses.writeTo(notes, file.shown);
 }
 
 std::optional<SnapshotRef> MaterialTable::single(unsigned material) const {

@@ -1,4 +1,4 @@
-// The materials of a scene file by class and name.
+// The materials of a scene file, as a host would hold them.
 #pragma once
 
 #include <map>
@@ -7,10 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/progress.h"
 #include "hosts/assimp/assimp_format.h"
+#include "hosts/assimp/bitmap_table.h"
+#include "hosts/assimp/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
-struct aiMaterial;
 struct aiScene;
 
 namespace velinor {
@@ -20,7 +22,9 @@ namespace velinor {
 // none is no material.
 class MaterialTable {
   public:
-    MaterialTable(const aiScene& scene, const SourceFile& file);
+    // Their maps go to `bitmaps`. Throws SceneError where an image of the file cannot be written.
+    MaterialTable(const aiScene& scene, const SourceFile& file, BitmapTable& bitmaps, Progress& progress,
+                  ImportNotes& notes);
 
     // The material of a node whose mesh uses the library materials `byId`, one for each material ID; absent:
     // none. A multi-material, which the file has no name for, takes `nodeName`, that of its first node.

@@ -121,6 +121,7 @@ void refuseEmptyPromises(const std::filesystem::path& file, std::string_view beg
 
 SourceFile examineSceneFile(const std::filesystem::path& file) {
     SourceFile source;
+    source.path = file;
     source.shown = printable(file.string());
     source.stem = file.stem().string();
     const std::string beginning = readBeginning(file, source.shown);

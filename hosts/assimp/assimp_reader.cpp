@@ -1,5 +1,6 @@
 #include "hosts/assimp/assimp_reader.h"
 
+#include <assimp/commonMetaData.h>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -85,7 +86,11 @@ std::unique_ptr<aiScene> load(const std::filesystem::path& file, SourceFile& sou
     if (loaded == nullptr) throw SceneError(source.shown + ": cannot be read: " + reasonOf(importer));
     source.format = formatLastRead(importer);
     source.isAsciiFbx = source.isAsciiFbx && source.format == FileFormat::fbx;
-    return std::unique_ptr<aiScene>(importer.GetOrphanedScene());
+    std::unique_ptr<aiScene> scene(importer.GetOrphanedScene());
+    aiString generator;
+    if (scene->mMetaData != nullptr && scene->mMetaData->Get(AI_METADATA_SOURCE_GENERATOR, generator))
+        source.generator = textOf(generator);
+    return scene;
 }
 
 void refuseEmpty(const aiScene& scene, const SourceFile& file) {
@@ -116,14 +121,15 @@ SnapshotObject ofType(std::int32_t type) {
 // Assembles the snapshot of one file.
 class Assembly {
   public:
-    Assembly(aiScene& source, const SourceFile& file, const SpaceRule& rule, Progress& progress,
-             ImportNotes& notes)
+    Assembly(aiScene& source, const SourceFile& file, const SpaceRule& rule, const AssimpOptions& options,
+             Progress& progress, ImportNotes& notes)
         : source_(source),
           file_(file),
           rule_(rule),
           progress_(progress),
           notes_(notes),
-          materials_(source, file) {}
+          bitmaps_(source, file, options, notes),
+          materials_(source, file, bitmaps_, progress, notes) {}
 
     SceneSnapshot assemble() {
         devices_ = matchDevices(source_, nodesInPostOrder(source_, file_), file_, notes_);
@@ -137,6 +143,7 @@ class Assembly {
         addSummary();
         scene_.meshes = std::move(meshes_.meshes);
         scene_.materials = materials_.take();
+        scene_.maps = bitmaps_.take();
         return std::move(scene_);
     }
 
@@ -226,6 +233,7 @@ class Assembly {
     const SpaceRule& rule_;
     Progress& progress_;
     ImportNotes& notes_;
+    BitmapTable bitmaps_;
     MaterialTable materials_;
     NodeDevices devices_;
     ConvertedMeshes meshes_;
@@ -238,7 +246,7 @@ SceneSnapshot read(const std::filesystem::path& file, SourceFile& source, const 
     const std::unique_ptr<aiScene> loaded = load(file, source, progress);
     refuseEmpty(*loaded, source);
     const SpaceRule rule = spaceRuleOf(*loaded, source, options.upAxis, notes);
-    SceneSnapshot scene = Assembly(*loaded, source, rule, progress, notes).assemble();
+    SceneSnapshot scene = Assembly(*loaded, source, rule, options, progress, notes).assemble();
     refuseNameless(scene, source);
     return scene;
 }

@@ -18,7 +18,14 @@ struct AssimpOptions {
     // The axis that points up in files of formats that do not state one (OBJ, STL, PLY, ...); absent: the
     // usual axis of the format. Formats that state their axis (FBX, glTF, COLLADA, ...) keep it, and a note
     // says so.
-    std::optional<UpAxis> upAxis;
+    std::optional<UpAxis> upAxis = {};
+
+    // An existing folder for images that the file holds within itself, and for those that are made of packed
+    // ones; the scene names them there. Absent: such images are named but not written, and packed ones stay.
+    std::optional<std::filesystem::path> imageFolder = {};
+
+    // Further folders in which bitmaps are looked for; relative ones against the current folder.
+    std::vector<std::filesystem::path> assetFolders = {};
 };
 
 // A file ending that can be read, for help texts.
@@ -36,10 +43,10 @@ std::vector<SceneFileEnding> assimpFileEndings();
 bool canReadWithAssimp(const std::filesystem::path& file);
 
 // The scene in `file`: hierarchy, transforms in host space (lengths as they stand in the file), instances,
-// meshes, lights, cameras, helpers, user properties, and materials by class and name. Fills `notes` with what
-// is left out. Throws SceneError, with a message that begins with `file` as given, where the file cannot be
-// read or holds nothing. What `progress` throws passes through. Prints nothing, and keeps nothing beyond the
-// call. Damaged files of some formats abort or hang inside the library: call it in a process that may die.
+// meshes, lights, cameras, helpers, user properties, materials and their maps. Fills `notes` with what is
+// left out. Throws SceneError, with a message that begins with `file` as given, where the file cannot be read
+// or holds nothing. What `progress` throws passes through. Prints nothing, and keeps nothing beyond the call.
+// Damaged files of some formats abort or hang inside the library: call it in a process that may die.
 SceneSnapshot readWithAssimp(const std::filesystem::path& file, const AssimpOptions& options,
                              Progress& progress, ImportNotes& notes);
 

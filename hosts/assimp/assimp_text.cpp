@@ -2,6 +2,7 @@
 
 #include <assimp/types.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "base/text.h"
@@ -34,6 +35,10 @@ std::string_view withoutCutCharacter(std::string_view text) {
     return text.substr(0, end - 1);
 }
 
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 }  // namespace
 
 std::string_view textOf(const aiString& text) {
@@ -50,6 +55,11 @@ std::u16string hostName(const aiString& name) {
     if (isCutOff(name)) {
         if (auto text = toUtf16(withoutCutCharacter(bytes))) return *std::move(text);
     }
+    return fromWindows1252(bytes);
+}
+
+std::u16string hostText(std::string_view bytes) {
+    if (auto text = toUtf16(bytes)) return *std::move(text);
     return fromWindows1252(bytes);
 }
 
@@ -89,6 +99,15 @@ std::string oneLine(std::string_view text) {
         line.push_back(c);
     }
     return printable(toUtf8(toUtf16Lossy(line)));
+}
+
+std::string lowerCase(std::string text) {
+    std::ranges::transform(text, text.begin(), lower);
+    return text;
+}
+
+bool isSameButCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, lower, lower);
 }
 
 }  // namespace velinor

@@ -19,6 +19,9 @@ bool isCutOff(const aiString& text);
 // left out.
 std::u16string hostName(const aiString& name);
 
+// The same of any bytes.
+std::u16string hostText(std::string_view bytes);
+
 // UTF-8 of the same.
 std::string shownName(const aiString& name);
 
@@ -28,5 +31,9 @@ std::string decodeFbxEntities(std::string_view text);
 
 // `text` in one line without control characters: runs of blanks and line ends become one blank.
 std::string oneLine(std::string_view text);
+
+// `text` with its ASCII letters in small, and whether two texts are the same in this form.
+std::string lowerCase(std::string text);
+bool isSameButCase(std::string_view a, std::string_view b);
 
 }  // namespace velinor

@@ -31,7 +31,7 @@ const std::vector<LibraryRule>& libraryRules() {
         {"cbor.h", {"hosts/snapshot"}},
         {"re2/", {"scene"}},
         {"Eigen/", {"host/gmatrix.cpp"}},
-        {"vips/", {"materials"}},
+        {"vips/", {"materials", "hosts/assimp"}},
         {"utf8.h", {"base"}},
         {"utf8/", {"base"}},
         {"CLI/", {"cli"}},

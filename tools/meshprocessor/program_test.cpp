@@ -189,7 +189,9 @@ TEST_F(Program, TakesOddMeshesWithEveryOption) {
             ASSERT_GE(obj.shapes.size(), 1U);
             for (const Faces& faces : obj.shapes) {
                 EXPECT_FALSE(faces.empty());
-                if (isClosed(faces)) EXPECT_GE(signedVolume(obj.points, faces), 0);
+                if (isClosed(faces)) {
+                    EXPECT_GE(signedVolume(obj.points, faces), 0);
+                }
             }
             for (const Point& point : obj.points) {
                 for (const float number : point)

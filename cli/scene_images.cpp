@@ -1,0 +1,111 @@
+#include "cli/scene_images.h"
+
+#include <algorithm>
+#include <string>
+#include <system_error>
+
+#include "base/text.h"
+#include "cli/command_error.h"
+#include "hosts/assimp/image_folder.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isAscii(std::u16string_view text) {
+    return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+std::u16string textOf(const fs::path& path) {
+    return toUtf16Lossy(narrowPath(path));
+}
+
+// A link takes no room; not every system lets everyone make one.
+bool linkOrCopy(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::create_symlink(from, to, error);
+    if (!error) return true;
+    return fs::copy_file(from, to, error);
+}
+
+// "room" for "room.scene.json" and "room.json".
+std::string stemOf(const fs::path& out) {
+    const fs::path name = out.filename().stem();
+    return narrowPath(name.extension() == ".scene" ? name.stem() : name);
+}
+
+void require(const std::error_code& error, const char* operation, const fs::path& path) {
+    if (!error) return;
+    throw CommandError(kFailed, std::string(operation) + ": " + narrowPath(path) + ": " + error.message() +
+                                    "; check free space and permissions of its folder");
+}
+
+// Where a bitmap is an image that was taken out of the scene file.
+std::optional<fs::path> extracted(const SnapshotMap& map, const TransientFolder& images) {
+    const fs::path file = toPath(map.bitmap);
+    return file.parent_path() == images.path() && isFile(file) ? std::optional(file) : std::nullopt;
+}
+
+void copyImages(SceneSource& source, const fs::path& folder) {
+    for (SnapshotMap& map : source.scene.maps) {
+        const auto from = extracted(map, *source.images);
+        if (!from) continue;
+        const fs::path to = folder / from->filename();
+        std::error_code error;
+        fs::copy_file(*from, to, fs::copy_options::overwrite_existing, error);
+        require(error, "write", to);
+        map.bitmap = textOf(folder.filename()) + u"/" + textOf(to.filename());
+    }
+}
+
+}  // namespace
+
+void linkBitmaps(SceneSource& source) {
+    if (!source.images) return;
+    ImageFolder folder(source.images->path());
+    for (SnapshotMap& map : source.scene.maps) {
+        if (isAscii(map.bitmap)) continue;
+        const fs::path file = source.folder / toPath(map.bitmap);
+        if (!isFile(file)) continue;
+        const fs::path link = folder.unusedFile(withoutImageEnding(map.bitmap), imageEnding(map.bitmap));
+        if (linkOrCopy(file, link)) {
+            map.bitmap = textOf(link);
+        } else {
+            source.notes.add(narrowPath(file),
+                             "the bitmap cannot be found by a path with other than ASCII "
+                             "letters, and not be copied either; rename it");
+        }
+    }
+}
+
+SnapshotImages::SnapshotImages(SceneSource& source, const fs::path& out) {
+    if (!source.images) return;
+    const auto isExtracted = [&](const SnapshotMap& map) {
+        return extracted(map, *source.images).has_value();
+    };
+    if (std::ranges::none_of(source.scene.maps, isExtracted)) return;
+    const fs::path folder = out.parent_path() / (stemOf(out) + ".textures");
+    std::error_code error;
+    const bool isNew = fs::create_directory(folder, error);
+    require(error, "create_directory", folder);
+    try {
+        copyImages(source, folder);
+    } catch (...) {
+        if (isNew) fs::remove_all(folder, error);
+        throw;
+    }
+    if (isNew) newFolder_ = folder;
+}
+
+SnapshotImages::~SnapshotImages() {
+    std::error_code error;
+    if (newFolder_) fs::remove_all(*newFolder_, error);
+}
+
+}  // namespace velinor

@@ -1,0 +1,75 @@
+#include "hosts/assimp/image_folder.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+#include "base/text.h"
+#include "hosts/assimp/assimp_text.h"
+#include "hosts/snapshot/scene_error.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kEndings[] = {"bmp", "dds",  "exr",  "gif", "hdr",  "iff",  "jpeg", "jpg",
+                                         "ktx", "ktx2", "pcx",  "png", "pns",  "psd",  "rgb",  "sgi",
+                                         "tga", "tif",  "tiff", "vda", "webp", "avif", "jp2",  "heic"};
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+// As a package spells it: the low byte of each unit, and "_" for what is not fit for a file name. A dot in
+// front would hide the file or name a folder.
+std::string fileStem(std::u16string_view wished) {
+    constexpr std::size_t kLongest = 100;
+    std::string stem = sanitiseName(lowBytes(wished.substr(0, kLongest)));
+    if (stem.empty()) stem = "image";
+    if (stem.front() == '.') stem.front() = '_';
+    return stem;
+}
+
+[[noreturn]] void refuse(const fs::path& file) {
+    throw SceneError(printable(narrowPath(file)) +
+                     ": the image cannot be written: " + std::generic_category().message(errno) +
+                     "; free space there, or choose another folder for temporary files");
+}
+
+}  // namespace
+
+std::string imageEnding(std::u16string_view name) {
+    name = lastPathComponent(name);
+    const std::size_t dot = name.rfind(u'.');
+    if (dot == std::u16string_view::npos || name.size() - dot > 5) return {};
+    const std::string ending = lowerCase(toUtf8(name.substr(dot + 1)));
+    return std::ranges::find(kEndings, ending) == std::end(kEndings) ? std::string() : ending;
+}
+
+std::u16string_view withoutImageEnding(std::u16string_view name) {
+    const std::size_t size = imageEnding(name).size();
+    return size == 0 ? name : name.substr(0, name.size() - size - 1);
+}
+
+fs::path ImageFolder::unusedFile(std::u16string_view wished, std::string_view ending) {
+    const std::string stem = fileStem(lastPathComponent(wished));
+    const std::string end = ending.empty() ? std::string() : "." + std::string(ending);
+    for (unsigned& number = numbers_[lowerCase(stem + end)];;) {
+        ++number;
+        const std::string name = stem + (number == 1 ? "" : "-" + std::to_string(number)) + end;
+        std::error_code error;
+        if (!used_.insert(lowerCase(name)).second) continue;
+        if (!fs::exists(fs::symlink_status(folder_ / name, error))) return folder_ / name;
+    }
+}
+
+void ImageFolder::write(const fs::path& file, std::string_view bytes) {
+    std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(narrowPath(file).c_str(), "wbx"));
+    if (!stream || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) refuse(file);
+    if (std::fclose(stream.release()) != 0) refuse(file);
+}
+
+}  // namespace velinor

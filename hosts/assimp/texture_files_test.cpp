@@ -1,0 +1,115 @@
+#include "hosts/assimp/texture_files.h"
+
+#include <gtest/gtest.h>
+
+#include "hosts/assimp/assimp_test_support.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+class TextureFilesTest : public testing::Test {
+  protected:
+    TextureFilesTest() {
+        source_.path = folder_.path() / "scenes" / "room.fbx";
+        source_.format = FileFormat::fbx;
+        fs::create_directories(folder_.path() / "scenes");
+    }
+
+    // An empty file; `path` as seen from the scene's folder.
+    void put(const std::string& path) {
+        const fs::path file = folder_.path() / "scenes" / path;
+        fs::create_directories(file.parent_path());
+        std::ofstream(file).put('x');
+    }
+
+    // What is found, as seen from the scene's folder; empty: nothing.
+    std::string find(std::u16string_view name) const {
+        const std::vector<fs::path> assets{folder_.path() / "assets"};
+        const auto found = TextureFiles(source_, assets).find(name);
+        if (!found) return "";
+        EXPECT_TRUE(found->is_absolute()) << *found;
+        return found->lexically_relative(folder_.path() / "scenes").generic_string();
+    }
+
+    ScratchFolder folder_;
+    SourceFile source_;
+};
+
+TEST_F(TextureFilesTest, APathIsTakenAgainstTheFolderOfTheScene) {
+    put("a.png");
+    put("tex/b.png");
+    put("../other/c.png");
+    EXPECT_EQ(find(u"a.png"), "a.png");
+    EXPECT_EQ(find(u"./a.png"), "a.png");
+    EXPECT_EQ(find(u".\\tex\\b.png"), "tex/b.png");
+    EXPECT_EQ(find(u"./../other/c.png"), "../other/c.png");
+    EXPECT_EQ(find(toUtf16Lossy((folder_.path() / "other" / "c.png").string())), "../other/c.png");
+    EXPECT_EQ(find(u"file://" + toUtf16Lossy((folder_.path() / "other" / "c.png").string())),
+              "../other/c.png");
+}
+
+TEST_F(TextureFilesTest, TheLastComponentIsLookedForInTheFoldersInTheirOrder) {
+    // From the last place to the first: each one found comes before the one found so far.
+    for (const std::string place : {"../assets/", "maps/", "Textures/", "textures/", "room.fbm/", ""}) {
+        put(place + "wood.png");
+        EXPECT_EQ(find(u"D:\\work\\wood.png"), place + "wood.png");
+        EXPECT_EQ(find(u"..\\..\\nowhere/wood.png"), place + "wood.png");
+    }
+    put("tex/wood.png");
+    EXPECT_EQ(find(u"tex\\wood.png"), "tex/wood.png") << "the path itself comes first";
+}
+
+TEST_F(TextureFilesTest, LastTheCaseOfLettersDoesNotCount) {
+    put("textures/Cwall02.jpg");
+    put("tex/Oak.PNG");
+    EXPECT_EQ(find(u"CWALL02.JPG"), "textures/Cwall02.jpg");
+    EXPECT_EQ(find(u"tex/oak.png"), "tex/Oak.PNG");
+    put("maps/CWALL02.JPG");
+    EXPECT_EQ(find(u"CWALL02.JPG"), "maps/CWALL02.JPG") << "one of the same case comes first";
+    put("b.png");
+    put("B.png");
+    EXPECT_EQ(find(u"B.PNG"), "B.png") << "the first in the order of bytes";
+}
+
+TEST_F(TextureFilesTest, UrisOfGltfAreDecoded) {
+    put("tex one.png");
+    put("gr\xC3\xB6\xC3\x9F"
+        "e.png");
+    put("50%20off.png");
+    EXPECT_EQ(find(u"tex%20one.png"), "") << "only in glTF";
+    source_.format = FileFormat::gltf;
+    EXPECT_EQ(find(u"tex%20one.png"), "tex one.png");
+    EXPECT_EQ(find(u"gr%C3%B6%c3%9fe.png"),
+              "gr\xC3\xB6\xC3\x9F"
+              "e.png");
+    EXPECT_EQ(find(u"50%20off.png"), "50%20off.png") << "as it stands, where nothing else is there";
+    for (const std::u16string_view name : {u"%", u"%4", u"%zz.png", u"%00.png", u"%FF.png", u"%2F"})
+        EXPECT_EQ(find(name), "") << toUtf8(name);
+}
+
+TEST_F(TextureFilesTest, WhatIsNoFileIsNotFound) {
+    fs::create_directories(folder_.path() / "scenes" / "folder.png");
+    std::u16string withZero = u"a.png";
+    put("a.png");
+    withZero += u'\0';
+    for (const std::u16string& name :
+         {std::u16string(), std::u16string(u"/"), std::u16string(u"."), std::u16string(u".."),
+          std::u16string(u"folder.png"), std::u16string(u"/dev/null"), withZero,
+          std::u16string(1 << 20, u'x'), std::u16string(u"\xD800.png")}) {
+        EXPECT_EQ(find(name), "") << toUtf8(name.substr(0, 40));
+    }
+}
+
+TEST(TextureName, IsUtf8OrWindows1252WithTheEntitiesOfAsciiFbxDecoded) {
+    SourceFile source;
+    EXPECT_EQ(textureName("gr\xC3\xBC", source), u"gr\u00FC");
+    EXPECT_EQ(textureName("gr\xFC", source), u"gr\u00FC");
+    EXPECT_EQ(textureName("a&quot;b", source), u"a&quot;b");
+    source.isAsciiFbx = true;
+    EXPECT_EQ(textureName("a&quot;b", source), u"a\"b");
+}
+
+}  // namespace
+}  // namespace velinor
