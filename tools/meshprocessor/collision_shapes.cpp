@@ -42,7 +42,9 @@ struct MakeShapes {
     }
     CollisionShapes operator()(const TakeConvexHull&) const {
         DeviationMeter meter(unit);
-        return convexOnes({convexHull(unit.points, cornersOf(unit.faces))}, meter);
+        Faces hull = convexHull(unit.points, cornersOf(unit.faces));
+        if (hull.empty()) throw MeshError("all faces of the mesh lie on lines; they have no hull");
+        return convexOnes({std::move(hull)}, meter);
     }
 };
 

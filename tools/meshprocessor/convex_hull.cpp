@@ -15,7 +15,9 @@ using Vectors = std::vector<Eigen::Vector3d>;
 
 // Below this height, as a fraction of the size, points count as flat.
 constexpr double kFlat = 1e-5;
-// Below this one they are turned so that their height is along an axis.
+// Below this width they count as a line.
+constexpr double kLine = 1e-6;
+// Below this height they are turned so that their height is along an axis.
 constexpr double kThin = 1e-2;
 
 Vectors chosenVectors(std::span<const Point> points, std::span<const std::uint32_t> chosen) {
@@ -48,8 +50,8 @@ Eigen::Matrix3d mainDirections(const Vectors& vectors) {
 }
 
 // The hull's library rounds each axis to 1/10000 of the size along it. Thin pieces that lie askew would
-// dissolve in that, so they are turned, and what is flat is made exactly so. False where nothing but a line
-// is left.
+// dissolve in that, so they are turned unless they lie along an axis already, and what is flat is made
+// exactly so. False where nothing but a line is left.
 bool prepare(Vectors& vectors) {
     const Eigen::Matrix3d turn = mainDirections(vectors);
     Vectors turned = vectors;
@@ -58,13 +60,18 @@ bool prepare(Vectors& vectors) {
     const Eigen::Vector3d sizes = boxOf(turned).sizes();
     const double size = sizes.maxCoeff();
     const double width = std::max(std::min(sizes[1], sizes[2]), sizes[0]);
-    if (width <= kFlat * size) return false;
+    if (width <= kLine * size) return false;
     if (sizes[0] > kThin * size) return true;
-    if (sizes[0] <= kFlat * size) {
-        for (Eigen::Vector3d& vector : turned)
-            vector[0] = 0;
+    Eigen::Index height = 0;
+    const double ownHeight = boxOf(vectors).sizes().minCoeff(&height);
+    if (ownHeight > std::max(1.01 * sizes[0], kLine * size)) {
+        vectors = std::move(turned);
+        height = 0;
     }
-    vectors = std::move(turned);
+    if (std::min(sizes[0], ownHeight) <= kFlat * size) {
+        for (Eigen::Vector3d& vector : vectors)
+            vector[height] = 0;
+    }
     return true;
 }
 

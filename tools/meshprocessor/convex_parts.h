@@ -15,9 +15,9 @@ struct DecompositionLimits {
     bool operator==(const DecompositionLimits&) const = default;
 };
 
-// The decomposition's time grows faster than its input: 8000 faces take some seconds, ten times as many would
-// take minutes.
-inline constexpr std::size_t kFinestResolution = 8000;
+// The decomposition's time grows faster than its input, and finer input does not make better parts: of a
+// sphere, 2000 faces take 4 s and become 1 part, 8000 take 49 s and become 19 parts.
+inline constexpr std::size_t kFinestResolution = 2000;
 
 // Convex hulls over the points of `unit` that together cover its surface, nearly as far as the resolution
 // shows it: at most `mostHulls`, fewer where they do. Each faces outward; a flat piece of the mesh may become

@@ -51,26 +51,17 @@ Decimation decimate(const TriangleMesh& unit, const DecimationLimits& limits, De
         }
         const float deviation = meter.betweenSurfaces(faces);
         if (deviation <= limits.tolerance + kRounding) return {std::move(faces), deviation};
+        if (error == 0) break;
         error *= std::clamp(0.9 * limits.tolerance / deviation, 0.1, 0.7);
     }
     return {unit.faces, 0};
 }
 
 Faces reduceTo(const TriangleMesh& unit, std::size_t mostFaces) {
-    const auto isFew = [mostFaces](const Faces& faces) {
-        return faces.size() <= mostFaces && cornersOf(faces).size() <= mostFaces;
-    };
-    if (isFew(unit.faces)) return unit.faces;
+    if (unit.faces.size() <= mostFaces) return unit.faces;
     constexpr double kAnyError = 1;
     Faces faces = simplified(unit, mostFaces, kAnyError);
-    for (std::size_t target = mostFaces; !isFew(faces) && target > 0; target /= 2) {
-        faces.resize(unit.faces.size());
-        const std::size_t count = meshopt_simplifySloppy(
-            faces.front().data(), unit.faces.front().data(), unit.faces.size() * 3,
-            unit.points.front().data(), unit.points.size(), sizeof(Point), target * 3, kAnyError, nullptr);
-        faces.resize(count / 3);
-    }
-    return faces;
+    return faces.empty() ? unit.faces : faces;
 }
 
 }  // namespace velinor

@@ -26,8 +26,8 @@ struct Decimation {
 // more faces or vertices than the limits name comes out as it is.
 Decimation decimate(const TriangleMesh& unit, const DecimationLimits& limits, DeviationMeter& meter);
 
-// At most `mostFaces` faces over as many points of `unit`, with no bound on the deviation; topology gives way
-// where it must.
+// About `mostFaces` faces over the points of `unit`, however far they deviate. More are left where the way in
+// which the faces hang together leaves no choice.
 Faces reduceTo(const TriangleMesh& unit, std::size_t mostFaces);
 
 }  // namespace velinor

@@ -1,6 +1,7 @@
 // How far a shape is from the mesh that it stands for.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "tools/meshprocessor/surface.h"
@@ -8,12 +9,13 @@
 
 namespace velinor {
 
-// Measures shapes over the points of one mesh. Distances are taken at a few hundred thousand places spread
-// over each surface: at all points and in between, or at every n-th point where there are more. Keeps a view
-// of the mesh, which must outlive it.
+// Measures shapes over the points of one mesh. Distances are taken at all points of each surface, or at every
+// n-th where there are more than a million, and at about `places` places between them. Keeps a view of the
+// mesh, which must outlive it.
 class DeviationMeter {
   public:
-    explicit DeviationMeter(const TriangleMesh& mesh) : mesh_(mesh) {}
+    explicit DeviationMeter(const TriangleMesh& mesh, std::size_t places = 100'000)
+        : mesh_(mesh), places_(places) {}
 
     // The largest distance between the two surfaces, from either to the other.
     float betweenSurfaces(const Faces& shape);
@@ -27,6 +29,7 @@ class DeviationMeter {
     const Surface& meshSurface();
 
     const TriangleMesh& mesh_;
+    std::size_t places_;
     std::unique_ptr<const Surface> meshSurface_;
 };
 

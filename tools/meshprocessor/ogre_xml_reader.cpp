@@ -248,8 +248,9 @@ class Parser {
 
     void parse(int size, bool isLast) {
         const XML_Status status = XML_ParseBuffer(parser_.get(), size, isLast ? XML_TRUE : XML_FALSE);
-        if (failure_) rethrowWithPlace();
-        if (status != XML_STATUS_OK) failAt(XML_ErrorString(XML_GetErrorCode(parser_.get())));
+        if (failure_) std::rethrow_exception(failure_);
+        if (status != XML_STATUS_OK)
+            throw MeshError(placed(XML_ErrorString(XML_GetErrorCode(parser_.get()))));
     }
 
     TriangleMesh take() { return builder_.take(); }
@@ -260,23 +261,20 @@ class Parser {
         if (failure_) return;
         try {
             work(builder_);
+        } catch (const MeshError& error) {
+            // The parser knows the place only as long as it is here.
+            failure_ = std::make_exception_ptr(MeshError(placed(error.what())));
+            XML_StopParser(parser_.get(), XML_FALSE);
         } catch (...) {
             failure_ = std::current_exception();
             XML_StopParser(parser_.get(), XML_FALSE);
         }
     }
 
-    [[noreturn]] void failAt(const std::string& text) const {
-        throw MeshError(name_ + ":" + std::to_string(XML_GetCurrentLineNumber(parser_.get())) + ":" +
-                        std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": " + text);
-    }
-
-    [[noreturn]] void rethrowWithPlace() const {
-        try {
-            std::rethrow_exception(failure_);
-        } catch (const MeshError& error) {
-            failAt(error.what());
-        }
+    // `text` with file, line and column before it.
+    std::string placed(const std::string& text) const {
+        return name_ + ":" + std::to_string(XML_GetCurrentLineNumber(parser_.get())) + ":" +
+               std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": " + text;
     }
 
     std::string name_;

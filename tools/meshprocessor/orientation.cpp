@@ -1,49 +1,12 @@
 #include "tools/meshprocessor/orientation.h"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
+
+#include "tools/meshprocessor/face_sides.h"
 
 namespace velinor {
 namespace {
-
-// One side of a face. `low` < `high`; `isUp`: the face goes from low to high.
-struct Side {
-    std::uint32_t low;
-    std::uint32_t high;
-    std::uint32_t face;
-    bool isUp;
-
-    bool hasEdgeOf(const Side& other) const { return low == other.low && high == other.high; }
-};
-
-// The sides of all faces, those of one edge next to each other.
-std::vector<Side> sidesByEdge(const Faces& faces) {
-    std::vector<Side> sides;
-    sides.reserve(faces.size() * 3);
-    for (std::size_t i = 0; i < faces.size(); ++i) {
-        for (std::size_t k = 0; k < 3; ++k) {
-            const auto [low, high] = std::minmax(faces[i][k], faces[i][(k + 1) % 3]);
-            sides.push_back({low, high, static_cast<std::uint32_t>(i), faces[i][k] == low});
-        }
-    }
-    std::sort(sides.begin(), sides.end(), [](const Side& a, const Side& b) {
-        return std::tie(a.low, a.high, a.face) < std::tie(b.low, b.high, b.face);
-    });
-    return sides;
-}
-
-// Calls `visit(begin, end)` with the sides of each edge.
-template <class Visit>
-void forEachEdge(const std::vector<Side>& sides, const Visit& visit) {
-    for (auto begin = sides.begin(); begin != sides.end();) {
-        auto end = begin + 1;
-        while (end != sides.end() && end->hasEdgeOf(*begin))
-            ++end;
-        visit(begin, end);
-        begin = end;
-    }
-}
 
 constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 
