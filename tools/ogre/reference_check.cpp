@@ -20,8 +20,7 @@ void checkMeshReference(const PackageFiles& package, const DescribedMesh& mesh, 
     if (package.hasResource(mesh.url)) return;
     const std::string onDisk = fileNameOf(mesh.url);
     if (package.hasResource(onDisk)) {
-        report.note(file, place + quoted(mesh.url) + " stands for the file " + onDisk +
-                              ": the name of a file has \"_\" for what a file name may not hold");
+        report.note(file, place + quoted(mesh.url) + " stands for the file " + onDisk);
     } else {
         report.fault(file, place + "the mesh " + quoted(mesh.url) + " is not in the package");
     }

@@ -16,6 +16,9 @@
 namespace velinor {
 namespace {
 
+// Where there is no sky.
+const Ogre::ColourValue kBackground(0.2F, 0.22F, 0.25F);
+
 enum ExitStatus : int { kDrawn = 0, kDrawnInPart = 1, kNotDrawn = 2 };
 
 void draw(const RenderOptions& options, const PackageFiles& package, const Tell& tell) {
@@ -28,7 +31,10 @@ void draw(const RenderOptions& options, const PackageFiles& package, const Tell&
         const float aspect = static_cast<float>(options.width) / static_cast<float>(options.height);
         Ogre::Camera* camera = addCamera(scene, environment, options.view, aspect);
         if (!scene.hasLights) addCameraLights(scene, *camera);
-        savePicture(camera, Ogre::ColourValue(0.2F, 0.22F, 0.25F), options);
+        const unsigned factor = options.oversampling;
+        const Picture picture =
+            drawPicture(camera, kBackground, options.width * factor, options.height * factor);
+        savePicture(shrink(picture, factor), options.picture);
     } catch (const Ogre::Exception& error) {
         // The text is copied while the session lives: it can point into a plug-in that is about to be
         // unloaded.

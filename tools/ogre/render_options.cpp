@@ -1,5 +1,6 @@
 #include "tools/ogre/render_options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -37,7 +38,7 @@ void parseOption(const std::string& option, const std::string& value, RenderOpti
     if (option == "--size") {
         parseSize(value, options);
     } else if (option == "--aa") {
-        options.samples = parseNumber(value, 0, 16, option);
+        options.oversampling = parseNumber(value, 1, 4, option);
     } else if (option == "--camera") {
         parseView(value, options);
     } else if (option == "--programs") {
@@ -53,7 +54,7 @@ const char* const kRenderUsage =
     "usage: render_package [OPTIONS] PACKAGE OUT.png\n"
     "Draws a package into a picture. It needs an X display with OpenGL 3.3; xvfb-run -a provides one.\n"
     "  --size WxH            pixels (1024x768)\n"
-    "  --aa N                samples a pixel (4)\n"
+    "  --aa N                draw N times as wide and high, and shrink that: 1 to 4 (2)\n"
     "  --camera start|frame  the package's start camera, or a view of everything; without the option, the\n"
     "                        start camera where it shows something\n"
     "  --programs DIR        the GPU programs (beside this program: ogre_programs)\n"
@@ -78,6 +79,9 @@ RenderOptions parseRenderOptions(const std::vector<std::string>& arguments) {
     if (options.picture.extension() != ".png")
         throw ArgumentError(names[1] + ": the picture's name has to end with .png");
     if (options.programs.empty()) options.programs = programFolder();
+    constexpr unsigned kLargestTexture = 16384;
+    if (std::max(options.width, options.height) * options.oversampling > kLargestTexture)
+        throw ArgumentError("--size times --aa is more than " + std::to_string(kLargestTexture) + " pixels");
     return options;
 }
 

@@ -20,7 +20,7 @@ struct RenderOptions {
     std::filesystem::path programs;
     unsigned width = 1024;
     unsigned height = 768;
-    unsigned samples = 4;  // a pixel
+    unsigned oversampling = 2;  // the picture is drawn this many times as wide and as high
     ViewChoice view = ViewChoice::best;
 };
 

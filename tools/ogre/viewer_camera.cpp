@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tools/ogre/picture.h"
+
 namespace velinor {
 namespace {
 
@@ -67,9 +69,18 @@ void place(Ogre::Camera& camera, const Ogre::AxisAlignedBox& box, const View& vi
     setDepth(camera, box, view);
 }
 
-bool showsSomething(const Ogre::Camera& camera, const ViewerScene& scene) {
-    return std::ranges::any_of(scene.meshBounds,
-                               [&](const Ogre::AxisAlignedBox& box) { return camera.isVisible(box); });
+// Whether meshes cover at least a hundredth of what the camera sees, in a small picture without the sky.
+bool showsSomething(Ogre::Camera* camera) {
+    constexpr unsigned kWidth = 96;
+    constexpr unsigned kHeight = 72;
+    const Picture picture = drawPicture(camera, Ogre::ColourValue(1, 0, 1), kWidth, kHeight);
+    unsigned covered = 0;
+    for (std::size_t i = 0; i < picture.pixels.size(); i += 3) {
+        const bool isBackground =
+            picture.pixels[i] == 255 && picture.pixels[i + 1] == 0 && picture.pixels[i + 2] == 255;
+        covered += isBackground ? 0 : 1;
+    }
+    return covered >= kWidth * kHeight / 100;
 }
 
 }  // namespace
@@ -83,8 +94,8 @@ Ogre::Camera* addCamera(const ViewerScene& scene, const EnvironmentDescription& 
 
     const Ogre::AxisAlignedBox box = scene.bounds();
     place(*camera, box, startView(environment));
-    const bool isStartUseful = !environment.hasDefaultCamera() && showsSomething(*camera, scene);
-    const bool isFramed = choice == ViewChoice::frame || (choice == ViewChoice::best && !isStartUseful);
+    const auto isStartUseless = [&] { return environment.hasDefaultCamera() || !showsSomething(camera); };
+    const bool isFramed = choice == ViewChoice::frame || (choice == ViewChoice::best && isStartUseless());
     if (isFramed && box.isFinite()) place(*camera, box, frameView(box, aspect));
 
     // A box with this half side has its corners within the far plane.

@@ -98,7 +98,7 @@ void prepareMaterials(const PackageFiles& package, const Tell& tell) {
 }  // namespace
 
 void loadMaterials(const PackageFiles& package, const std::filesystem::path& programs, const Tell& tell) {
-    Ogre::MaterialManager::getSingleton().setDefaultTextureFiltering(Ogre::TFO_ANISOTROPIC);
+    Ogre::MaterialManager::getSingleton().setDefaultTextureFiltering(Ogre::TFO_TRILINEAR);
     auto& groups = Ogre::ResourceGroupManager::getSingleton();
     groups.addResourceLocation(programs.string(), "FileSystem", Ogre::RGN_DEFAULT);
     groups.initialiseAllResourceGroups();

@@ -73,6 +73,8 @@ void main()
 
 	vec3 sum = ambient_light(normal) * albedo * open * (1.0 - 0.6 * metal) * texture(light_map, uv_diffuse).rgb;
 	for (int i = 0; i < LIGHTS; ++i) {
+		if (light_colour[i].rgb == vec3(0.0))
+			continue;
 		vec4 light = towards_light(i, surface_position);
 		float arriving = max(dot(normal, light.xyz), 0.0) * light.w;
 		vec3 matt = (1.0 - metal) * albedo;

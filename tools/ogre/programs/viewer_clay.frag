@@ -16,6 +16,8 @@ void main()
 		normal = -normal;
 	vec3 sum = ambient_light(normal) * CLAY;
 	for (int i = 0; i < LIGHTS; ++i) {
+		if (light_colour[i].rgb == vec3(0.0))
+			continue;
 		vec4 light = towards_light(i, surface_position);
 		sum += CLAY * to_linear(light_colour[i].rgb) * max(dot(normal, light.xyz), 0.0) * light.w;
 	}
