@@ -41,6 +41,14 @@ bool isRewriteWanted() {
     return value != nullptr && std::string(value) == "1";
 }
 
+// The sky that is shipped is in nearly every package. A line stands for it, so that it need not be beside every case.
+Tree withoutDefaultSky(Tree package) {
+    const auto sky = package.find("resources/default.dds");
+    if (sky != package.end() && sky->second == installedFile("res/default.dds"))
+        sky->second = "the default sky as it is shipped\n";
+    return package;
+}
+
 class PackageTest : public testing::TestWithParam<std::string> {
   protected:
     fs::path folder = fs::path(TOLVEX_PACKAGE_CASES) / GetParam();
@@ -55,7 +63,7 @@ class PackageTest : public testing::TestWithParam<std::string> {
         arguments.push_back(target.path() / "package.jsx");
         const CommandResult result = runTolvex(arguments);
         EXPECT_EQ(result.status, 0) << result.err;
-        return result.status == 0 ? readTree(target.path() / "package") : Tree();
+        return result.status == 0 ? withoutDefaultSky(readTree(target.path() / "package")) : Tree();
     }
 };
 
@@ -80,7 +88,7 @@ TEST_P(PackageTest, IsTheSameFromCbor) {
     arguments.push_back(cbor);
     arguments.push_back(other.path() / "package.jsx");
     ASSERT_EQ(runTolvex(arguments).status, 0);
-    const auto difference = firstDifference(exported(), readTree(other.path() / "package"));
+    const auto difference = firstDifference(exported(), withoutDefaultSky(readTree(other.path() / "package")));
     EXPECT_EQ(difference, std::nullopt) << *difference;
 }
 

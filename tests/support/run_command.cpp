@@ -120,6 +120,12 @@ CommandResult runProgram(const fs::path& program, const std::vector<std::string>
     return result;
 }
 
+std::string installedFile(const std::string& name) {
+    const auto folder = std::filesystem::path(TOLVEX_PROGRAM).parent_path() / "Plugins/tolvex";
+    std::ifstream stream(folder / name, std::ios::binary);
+    return (std::ostringstream() << stream.rdbuf()).str();
+}
+
 CommandResult runTolvex(const std::vector<std::string>& arguments, const CommandInput& input) {
     return runProgram(TOLVEX_PROGRAM, arguments, input);
 }

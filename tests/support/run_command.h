@@ -46,6 +46,9 @@ inline CommandInput printingTo(const std::filesystem::path& file) {
 CommandResult runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                          const CommandInput& input = {});
 
+// The content of a file in the folder that belongs to the exporter, beside the built tolvex.
+std::string installedFile(const std::string& name);
+
 // Runs the built tolvex.
 CommandResult runTolvex(const std::vector<std::string>& arguments, const CommandInput& input = {});
 
