@@ -13,10 +13,10 @@ namespace {
 
 using Vectors = std::vector<Eigen::Vector3d>;
 
-// Below this height, as a fraction of the size, points count as flat.
+// Below this height, as a fraction of the size, points count as flat, unless they are as thin across.
 constexpr double kFlat = 1e-5;
 // Below this width they count as a line.
-constexpr double kLine = 1e-6;
+constexpr double kLine = 2e-7;
 // Below this height they are turned so that their height is along an axis.
 constexpr double kThin = 1e-2;
 
@@ -68,7 +68,7 @@ bool prepare(Vectors& vectors) {
         vectors = std::move(turned);
         height = 0;
     }
-    if (std::min(sizes[0], ownHeight) <= kFlat * size) {
+    if (const double own = std::min(sizes[0], ownHeight); own <= kFlat * size && own <= kThin * width) {
         for (Eigen::Vector3d& vector : vectors)
             vector[height] = 0;
     }
