@@ -11,6 +11,8 @@ struct DdsLength {
     std::uint64_t bytes = 0;  // of the whole file, the header included
     unsigned faces = 1;       // 6 for a cube map, fewer where it lacks faces
     bool isCubeMap = false;
+
+    bool operator==(const DdsLength&) const = default;
 };
 
 // What the header of a DDS file promises. `file` starts with the file's first bytes: 128, and 20 more where

@@ -77,6 +77,8 @@ void main()
 			continue;
 		vec4 light = towards_light(i, surface_position);
 		float arriving = max(dot(normal, light.xyz), 0.0) * light.w;
+		if (arriving <= 0.0)
+			continue;
 		vec3 matt = (1.0 - metal) * albedo;
 		vec3 glossy = shine(normal, view, light.xyz, roughness, reflectance) * spec_multiplier;
 		sum += (matt + glossy) * to_linear(light_colour[i].rgb) * arriving;
