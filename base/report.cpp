@@ -26,7 +26,12 @@ void Report::add(MessageId id, std::string_view subject, std::string_view detail
 }
 
 void Report::addWritten(const std::filesystem::path& path, std::uint64_t bytes) {
-    written_.push_back({path, bytes});
+    const auto [found, isNew] = placeOfWritten_.try_emplace(path.native(), written_.size());
+    if (isNew) {
+        written_.push_back({path, bytes});
+    } else {
+        written_[found->second].bytes = bytes;
+    }
 }
 
 std::size_t Report::count(Severity severity) const {

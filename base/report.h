@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/messages.h"
@@ -35,7 +36,8 @@ class Report {
     // have a megabyte, and a node with such a name a million children.
     void add(MessageId id, std::string_view subject, std::string_view detail = {});
 
-    // Notes that the file `path` is complete on disk with `bytes` bytes.
+    // Notes that the file `path` is complete on disk with `bytes` bytes. Noted again, it keeps its place and
+    // gets the new size.
     void addWritten(const std::filesystem::path& path, std::uint64_t bytes);
 
     const std::vector<ReportEntry>& entries() const { return entries_; }
@@ -47,6 +49,7 @@ class Report {
   private:
     std::vector<ReportEntry> entries_;
     std::vector<WrittenFile> written_;
+    std::unordered_map<std::filesystem::path::string_type, std::size_t> placeOfWritten_;
 };
 
 }  // namespace velinor

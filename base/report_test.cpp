@@ -23,6 +23,14 @@ TEST(Report, KeepsEntriesInOrderAndCountsThemBySeverity) {
     EXPECT_EQ(report.written()[0], (WrittenFile{"out/index.jsx", 15}));
 }
 
+TEST(Report, KeepsThePlaceOfAFileThatIsWrittenAgain) {
+    Report report;
+    report.addWritten("out/a", 1);
+    report.addWritten("out/b", 2);
+    report.addWritten("out/a", 3);
+    EXPECT_EQ(report.written(), (std::vector<WrittenFile>{{"out/a", 3}, {"out/b", 2}}));
+}
+
 TEST(Report, CutsLongTextsBetweenCharacters) {
     Report report;
     std::string name(299, 'a');

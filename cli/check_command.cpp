@@ -1,4 +1,4 @@
-// The command "check": verifies a package and lists its faults, one a line.
+// The command "check": verifies a package and lists its faults and notes, one a line.
 #include <filesystem>
 #include <system_error>
 
@@ -20,22 +20,26 @@ void requireFolder(const fs::path& package) {
                                     "; name the folder of a package");
 }
 
+// "no faults", "1 fault", "2 faults".
+std::string counted(std::size_t count, const std::string& noun) {
+    return (count == 0 ? "no" : std::to_string(count)) + " " + noun + (count == 1 ? "" : "s");
+}
+
 }  // namespace
 
 ExitStatus runCheck(const CheckArguments& arguments) {
     requireFolder(arguments.package);
-    const std::vector<PackageFault> faults = checkPackage(arguments.package);
+    const PackageFindings findings = checkPackage(arguments.package);
 
     StandardOutput output;
-    for (const PackageFault& fault : faults)
+    for (const PackageFault& fault : findings.faults)
         output.write(printable(fault.file + ": " + fault.text) + "\n");
-    output.write(printable(narrowPath(arguments.package)) + ": " +
-                 (faults.empty()
-                      ? "no faults"
-                      : std::to_string(faults.size()) + (faults.size() == 1 ? " fault" : " faults")) +
-                 "\n");
+    for (const PackageFault& note : findings.notes)
+        output.write(printable("note: " + note.file + ": " + note.text) + "\n");
+    output.write(printable(narrowPath(arguments.package)) + ": " + counted(findings.faults.size(), "fault") +
+                 (findings.notes.empty() ? "" : ", " + counted(findings.notes.size(), "note")) + "\n");
     output.finish();
-    return faults.empty() ? kDone : kFaultsFound;
+    return findings.faults.empty() ? kDone : kFaultsFound;
 }
 
 }  // namespace velinor

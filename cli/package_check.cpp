@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "cli/jsx_reader.h"
+#include "cli/resource_check.h"
 #include "cli/scene_source.h"
 
 namespace velinor {
@@ -73,8 +74,8 @@ const JsxAttribute* findAttribute(const JsxElement& element, std::string_view ke
 // Checks the elements of one index.jsx.
 class SceneDescriptorCheck {
   public:
-    SceneDescriptorCheck(fs::path resources, std::vector<PackageFault>& faults)
-        : resources_(std::move(resources)), faults_(faults) {}
+    SceneDescriptorCheck(const fs::path& resources, PackageFindings& findings)
+        : resources_(resources, findings), faults_(findings.faults) {}
 
     void check(const JsxElement& element) {
         checkPlace(element);
@@ -84,6 +85,9 @@ class SceneDescriptorCheck {
         if (element.name == "mesh") checkMesh(element);
         if (element.name == "light" && !lightType(element)) add(element, "the light has no known lighttype");
     }
+
+    // After the last element.
+    void finish() { resources_.finish(); }
 
     void add(std::size_t line, const std::string& text) {
         faults_.push_back({"index.jsx", "line " + std::to_string(line) + ": " + text});
@@ -121,29 +125,30 @@ class SceneDescriptorCheck {
     void checkMesh(const JsxElement& element) {
         const JsxAttribute* spread = findAttribute(element, "...");
         const JsxAttribute* physical = findAttribute(element, "physical=");
-        checkFile(element, "url", spread == nullptr ? std::nullopt : between(spread->value, "url: '", "'"));
-        checkFile(element, "physical",
-                  physical == nullptr ? std::nullopt : between(physical->value, ", mesh: \"", "\" } ] }}"));
-    }
-
-    void checkFile(const JsxElement& element, const char* attribute, std::optional<std::string_view> name) {
-        if (!name) return add(element, std::string("the mesh's ") + attribute + " names no file");
-        if (name->empty() || name->find_first_of(std::string_view("/\\\0", 3)) != std::string_view::npos) {
-            return add(element, "\"" + std::string(*name) + "\" is no file name");
+        const auto url = spread == nullptr ? std::nullopt : between(spread->value, "url: '", "'");
+        const auto shape =
+            physical == nullptr ? std::nullopt : between(physical->value, ", mesh: \"", "\" } ] }}");
+        if (url) {
+            resources_.checkMesh(element.line, *url);
+        } else {
+            add(element, "the mesh's url names no file");
         }
-        std::error_code error;
-        if (fs::is_regular_file(resources_ / toPath(toUtf16Lossy(*name)), error)) return;
-        add(element, "the file resources/" + std::string(*name) + " does not exist");
+        if (shape) {
+            resources_.checkCollisionMesh(element.line, *shape);
+        } else {
+            add(element, "the mesh's physical names no file");
+        }
     }
 
-    fs::path resources_;
+    ResourceCheck resources_;
     std::vector<PackageFault>& faults_;
 };
 
-void checkIndexJsx(const fs::path& folder, const std::string& text, std::vector<PackageFault>& faults) {
-    SceneDescriptorCheck check(folder / "resources", faults);
+void checkIndexJsx(const fs::path& folder, const std::string& text, PackageFindings& findings) {
+    SceneDescriptorCheck check(folder / "resources", findings);
     const JsxFault fault = readJsx(text, [&](const JsxElement& element) { check.check(element); });
     if (fault.line > 0 || !fault.text.empty()) check.add(fault.line, fault.text);
+    check.finish();
 }
 
 // The content of a descriptor; nothing, and a fault, where it cannot be read.
@@ -165,13 +170,18 @@ void append(std::vector<PackageFault>& faults, std::vector<PackageFault>&& more)
 
 }  // namespace
 
-std::vector<PackageFault> checkPackage(const fs::path& folder) {
-    std::vector<PackageFault> faults;
-    if (const auto text = readDescriptor(folder, "index.jsx", faults)) checkIndexJsx(folder, *text, faults);
+bool isPlainFileName(std::string_view name) {
+    return !name.empty() && name.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
+}
+
+PackageFindings checkPackage(const fs::path& folder) {
+    PackageFindings findings;
+    std::vector<PackageFault>& faults = findings.faults;
+    if (const auto text = readDescriptor(folder, "index.jsx", faults)) checkIndexJsx(folder, *text, findings);
     if (const auto text = readDescriptor(folder, "where.json", faults)) append(faults, checkWhereJson(*text));
     if (const auto text = readDescriptor(folder, "webtables.json", faults))
         append(faults, checkWebtablesJson(*text));
-    return faults;
+    return findings;
 }
 
 }  // namespace velinor

@@ -52,4 +52,8 @@ void ElementTreeBuilder::setChildren(ElementList& list) {
     last_->assign(list);
 }
 
+void ElementTreeBuilder::setChildren(std::unique_ptr<const BulkChildren> children) {
+    last_->owner()->bulkChildren = std::move(children);
+}
+
 }  // namespace velinor

@@ -1,11 +1,14 @@
 // The element tree that every markup file is built as, and the builder that fills it.
 #pragma once
 
+#include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 
 #include "base/stable_list.h"
+#include "base/text_sink.h"
 
 namespace velinor {
 
@@ -48,11 +51,25 @@ class ElementList {
     StableList<Element> items_;
 };
 
+// Children that exist as elements nowhere: millions of equal ones, which write themselves where the tree
+// becomes XML text.
+class BulkChildren {
+  public:
+    virtual ~BulkChildren() = default;
+
+    // Whether there are no children at all.
+    virtual bool isEmpty() const = 0;
+
+    // Writes all children as lines of XML, `depth` tabs before those of the children themselves.
+    virtual void writeXml(TextSink& text, std::size_t depth) const = 0;
+};
+
 struct Element {
     std::string name;
     Attributes attributes;
     ElementList* parent;  // the list that holds this element
     ElementList children{this};
+    std::unique_ptr<const BulkChildren> bulkChildren;  // before `children`; null: none
 
     Element(std::string elementName, Attributes elementAttributes, ElementList* list)
         : name(std::move(elementName)), attributes(std::move(elementAttributes)), parent(list) {}
@@ -75,6 +92,9 @@ class ElementTreeBuilder {
 
     // Gives the element added last the elements of `list` as its children, and leaves `list` empty.
     void setChildren(ElementList& list);
+
+    // Gives the element added last children that write themselves. There has to be one.
+    void setChildren(std::unique_ptr<const BulkChildren> children);
 
     // The top-level list; lives as long as the builder.
     const ElementList& elements() const { return top_; }

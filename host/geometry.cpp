@@ -4,6 +4,14 @@
 
 namespace velinor::host {
 
+Point3 Normalize(const Point3& p) {
+    // In double, where no 32-bit float's square overflows or vanishes.
+    const double length = std::sqrt(double{p.x} * p.x + double{p.y} * p.y + double{p.z} * p.z);
+    if (length == 0) return p;
+    return {static_cast<float>(p.x / length), static_cast<float>(p.y / length),
+            static_cast<float>(p.z / length)};
+}
+
 void Quat::Normalize() {
     // In double, where no 32-bit float's square overflows or vanishes.
     const double length = std::sqrt(double{x} * x + double{y} * y + double{z} * z + double{w} * w);

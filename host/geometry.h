@@ -16,6 +16,9 @@ struct Point3 {
     bool operator==(const Point3&) const = default;
 };
 
+// `p` scaled to length 1; a zero vector stays zero.
+Point3 Normalize(const Point3& p);
+
 struct Point4 {
     float x = 0;
     float y = 0;

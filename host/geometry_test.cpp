@@ -44,6 +44,13 @@ TEST(Quat, NormalizesZeroToTheIdentityAndLeavesNotFiniteOnesAlone) {
     EXPECT_EQ(infinite.x, std::numeric_limits<float>::infinity());
 }
 
+TEST(Point3, NormalizesToLengthOneAndKeepsZero) {
+    EXPECT_EQ(Normalize(Point3{0, 3, -4}), (Point3{0, 0.6F, -0.8F}));
+    EXPECT_EQ(Normalize(Point3{}), Point3{});
+    EXPECT_EQ(Normalize(Point3{3e38F, 0, 0}), (Point3{1, 0, 0})) << "no overflow on the way";
+    EXPECT_EQ(Normalize(Point3{0, 0, 1e-45F}), (Point3{0, 0, 1})) << "nor underflow";
+}
+
 TEST(Box3, GrowsFromEmpty) {
     Box3 box;
     EXPECT_TRUE(box.IsEmpty());

@@ -5,9 +5,9 @@
 
 namespace velinor {
 
-TextFile::TextFile(const std::filesystem::path& path) {
+TextFile::TextFile(const std::filesystem::path& path, Mode mode) {
     errno = 0;
-    stream_.open(path, std::ios::out | std::ios::trunc);
+    stream_.open(path, std::ios::out | (mode == Mode::append ? std::ios::app : std::ios::trunc));
     noteFailure();
 }
 

@@ -11,12 +11,14 @@
 
 namespace velinor {
 
-// A text file open for writing; an existing file is truncated. Lines end as the platform ends them: a line
+// A text file open for writing. Lines end as the platform ends them: a line
 // feed stays one, except on Windows, where it becomes CR LF. Errors never throw: they are kept, and close()
 // tells.
 class TextFile final : public TextSink {
   public:
-    explicit TextFile(const std::filesystem::path& path);
+    enum class Mode { truncate, append };  // what becomes of an existing file
+
+    explicit TextFile(const std::filesystem::path& path, Mode mode = Mode::truncate);
 
     void write(std::string_view text) override;
 

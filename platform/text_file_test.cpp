@@ -40,6 +40,16 @@ TEST(TextFile, ReplacesAnExistingFile) {
     EXPECT_EQ(contentOf(path), "new");
 }
 
+TEST(TextFile, AppendsWhereAsked) {
+    const auto path = freshFile("appended");
+    for (const char* text : {"one\n", "two"}) {
+        TextFile file(path, TextFile::Mode::append);
+        file.write(text);
+        EXPECT_TRUE(file.close());
+    }
+    EXPECT_EQ(contentOf(path), "one\ntwo");
+}
+
 TEST(TextFile, TellsWhyItCannotBeOpened) {
     TextFile file(freshFile("missing_folder") / "file");
     file.write("text");

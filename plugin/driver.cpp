@@ -7,9 +7,14 @@
 #include "base/text.h"
 #include "descriptors/scene_descriptor.h"
 #include "descriptors/webtable_descriptor.h"
+#include "geometry/mesh_conversion.h"
 #include "materials/image_library.h"
+#include "materials/material_script.h"
+#include "materials/sky_material.h"
 #include "platform/text_file.h"
 #include "plugin/exporter.h"
+#include "plugin/mesh_passes.h"
+#include "plugin/mesh_references.h"
 #include "plugin/package_descriptor.h"
 #include "scene/scene_collection.h"
 
@@ -52,28 +57,25 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
     context.scene = environment_.host.GetIGameInterface();
     if (!context.scene->InitialiseIGame(false))
         environment_.report.add(MessageId::sceneNotEnumerated, narrowPath(toPath(name)));
-    context.nodes.clear();  // collection appends, and a host may export twice with one exporter
+    // Both are appended to, and a host may export twice with one exporter.
+    context.nodes.clear();
+    context.materialMap.clear();
     collectScene({*environment_.host.GetInstanceMgr(), settings, context.patterns, context.nodes,
                   environment_.report, environment_.progress},
                  *context.scene);
 
     WriteDescriptorFiles();
 
-    // The meshes come here; a failure among them does not stop what follows.
-
-    if (!settings.exportMaterials) {
-        if (settings.cleanExportFolder) CleanExportFolder();
-        return kSuccess;
-    }
-
-    // The materials of the meshes come here, and after them the skybox.
-
+    ExportMeshes();  // a failure among them does not stop what follows
+    if (settings.exportMaterials) ExportMaterials();
     if (settings.cleanExportFolder) CleanExportFolder();
     return kSuccess;
 }
 
 void tolvex::PreparePackageFolders(const std::filesystem::path& fileName) {
     context.folders = packageFoldersFor(fileName, environment_.hostExecutable);
+    // Told before anything is written, while there is time to think again.
+    if (settings.exportGeometry) reportMissingTools(context.folders, settings, environment_.report);
     createPackageFolders(context.folders);
 }
 
@@ -99,6 +101,30 @@ bool tolvex::WriteDescriptorFiles() {
         },
         report);
     return true;
+}
+
+bool tolvex::ExportMeshes() {
+    const bool areExported = exportMeshes({context.folders, settings, environment_.host, environment_.tools,
+                                           context.materialMap, environment_.report, environment_.progress},
+                                          context.nodes.meshNodes);
+    reportMissingMeshes(context.nodes.rootRecord, settings, context.folders.resourcesFolder,
+                        environment_.report);
+    return areExported;
+}
+
+void tolvex::ExportMaterials() {
+    PlacedFiles placed;
+    const MaterialWriterContext writer{context.folders,     settings, environment_.host,
+                                       environment_.report, placed,   environment_.progress};
+    std::uint64_t scripts = 0;
+    for (const auto& [material, group] : context.materialMap)
+        scripts += group.size();
+    environment_.progress.beginPhase("Writing materials", scripts);
+    for (const auto& [material, group] : context.materialMap) {
+        for (const MaterialVariant& variant : group)
+            writeMaterialScript(writer, material, variant);
+    }
+    writeSkyMaterial(writer);
 }
 
 void tolvex::CleanExportFolder() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/scene.h"
+#include "materials/material_map.h"
 #include "plugin/package_folders.h"
 #include "scene/collected_scene.h"
 #include "scene/name_patterns.h"
@@ -15,6 +16,7 @@ struct ExportContext {
     host::IGameScene* scene = nullptr;  // not owned
     NamePatterns patterns;
     CollectedScene nodes;
+    MaterialMap materialMap;  // filled by the meshes, read by the materials
 };
 
 }  // namespace velinor

@@ -8,6 +8,7 @@
 #include "base/report.h"
 #include "host/core.h"
 #include "host/scene_export.h"
+#include "platform/tool_runner.h"
 #include "plugin/export_context.h"
 #include "plugin/export_settings.h"
 #include "plugin/options_dialog.h"
@@ -19,6 +20,7 @@ struct ExportEnvironment {
     host::Host& host;
     Report& report;
     Progress& progress;
+    ToolRunner& tools;
     OptionsDialog* dialog = nullptr;       // null: no dialog can be shown
     std::filesystem::path hostExecutable;  // full path of the host program
 };
@@ -61,6 +63,13 @@ class tolvex final : public host::SceneExport {
     // Writes index.jsx, where.json and webtables.json into the package folder. Always true: a file that
     // cannot be written is told in the report.
     bool WriteDescriptorFiles();
+
+    // Writes and converts the meshes, and fills the material map. False where one failed.
+    bool ExportMeshes();
+
+    // Writes what the meshes' materials need, and the sky. Throws std::filesystem::filesystem_error where a
+    // texture cannot be placed in the package.
+    void ExportMaterials();
 
     ExportEnvironment environment_;
 };

@@ -68,7 +68,8 @@ class SnapshotHostMesh final : public host::Mesh {
         if (!normals_) return {};
         const auto normals = normals_->of(vertex);
         const std::uint32_t flag = normals_->isSpecified(vertex) ? host::RVertex::SPECIFIED_NORMAL : 0;
-        return {static_cast<std::uint32_t>(normals.size()) | flag, normals};
+        const auto count = std::min<std::size_t>(normals.size(), host::RVertex::NORCT_MASK);
+        return {static_cast<std::uint32_t>(count) | flag, normals};
     }
 
     Point3 getFaceNormal(std::uint32_t face) const override { return faceNormal(mesh_, face); }

@@ -133,5 +133,33 @@ TEST_F(CheckTest, FindsMeshFilesThatAreNotThere) {
         << result.out;
 }
 
+TEST_F(CheckTest, ReadsTheFilesOfMeshesAndMaterials) {
+    const std::string index =
+        "<root>\n\t<node\n"
+        "\t\torientation={{ w: 1.0, x: 0.0, y: 0.0, z: 0.0 }}\n"
+        "\t\tposition={{ x: 0.0, y: 0.0, z: 0.0 }}>\n"
+        "\t\t<mesh\n\t\t\t{...{ url: 'Big Box.mesh' }}\n"
+        "\t\t\tphysical={{ raycast: true, shapes: [ { shape: \"mesh\", mass: 1, mesh: \"Box.mesh_phy.obj\" } "
+        "] }}>\n"
+        "\t\t</mesh>\n\t</node>\n</root>\n\n";
+    write("room/index.jsx", index);
+    fs::copy_file(TOLVEX_SOURCE_DIR "/tests/corpus/ogre_mesh/box.mesh",
+                  folder() / "room/resources/Big_Box.mesh");
+    write("room/resources/Box.mesh_phy.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    write("room/resources/Letter.material", "material Letter\n{\n}\n");
+    write("room/resources/FXUnlitSkyboxCubic.material", "material FXUnlitSkyboxCubic\n{\n}\n");
+    const std::string note = "note: index.jsx: line 5: \"Big Box.mesh\" is the file resources/Big_Box.mesh\n";
+    CommandResult result = run({"check", "room"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, note + "room: no faults, 1 note\n");
+
+    write("room/resources/Letter.material", "material Letter\n{\n\ttexture none.png\n}\n");
+    result = run({"check", "room"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out,
+              "resources/Letter.material: line 3: the texture resources/none.png does not exist\n" + note +
+                  "room: 1 fault, 1 note\n");
+}
+
 }  // namespace
 }  // namespace velinor
