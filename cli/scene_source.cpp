@@ -78,6 +78,16 @@ fs::path folderOf(const fs::path& file) {
     return fs::absolute(file).parent_path();
 }
 
+std::unique_ptr<TemporaryFolder> makeImageFolder() {
+    try {
+        return std::make_unique<TemporaryFolder>();
+    } catch (const std::system_error& error) {
+        throw CommandError(kFailed, "create_directory: a folder for images of the scene cannot be made: " +
+                                        error.code().message() +
+                                        "; set TMPDIR to a folder that can be written to");
+    }
+}
+
 SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages images) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
@@ -92,8 +102,8 @@ SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages ima
     AssimpOptions options;
     if (images == SceneImages::extract) {
         rememberInterrupts();
-        source.images = std::make_unique<TransientFolder>();
-        options.imageFolder = source.images->path();
+        source.images = makeImageFolder();
+        options.imageFolder = fs::absolute(source.images->path());
     }
     source.scene = importIsolated(scene, options, progress, source.notes);
     return source;

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "base/progress.h"
-#include "cli/transient_folder.h"
 #include "hosts/assimp/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "hosts/snapshot/snapshot_io.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 
@@ -21,7 +21,7 @@ struct SceneSource {
     ImportNotes notes;             // what the file holds and the scene does not
     // Of an imported scene: holds the images that were taken out of the file, and lives as long as they are
     // needed. Null where there can be none.
-    std::unique_ptr<TransientFolder> images = {};
+    std::unique_ptr<TemporaryFolder> images = {};
 };
 
 // "standard input" for "-", otherwise the path as given.

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace velinor {
@@ -101,6 +103,14 @@ TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
                      },
                      [](std::string_view) { throw std::runtime_error("enough"); }, {}),
                  std::runtime_error);
+}
+
+TEST(RunIsolated, AsksTheCallerWhileTheWorkIsSilent) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THROW(runIsolated([](const SendMessage&) { std::this_thread::sleep_for(std::chrono::minutes(1)); },
+                             [](std::string_view) {}, {}, [] { throw std::runtime_error("stop"); }),
+                 std::runtime_error);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
 }
 
 }  // namespace
