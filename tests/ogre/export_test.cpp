@@ -148,8 +148,9 @@ INSTANTIATE_TEST_SUITE_P(Case, GoldenPackage, testing::ValuesIn(goldenCases()),
                          [](const auto& parameter) { return testName(parameter.param); });
 
 struct SceneFile {
-    std::string file;    // in the collection
-    std::size_t meshes;  // different names among the mesh nodes that are masters
+    std::string file;                  // in the collection
+    std::size_t meshes = 0;            // different names among the mesh nodes that are masters
+    std::vector<std::string> missing;  // textures that the scene names and that are nowhere
 };
 
 void PrintTo(const SceneFile& scene, std::ostream* out) {
@@ -160,7 +161,10 @@ class RealScene : public testing::TestWithParam<SceneFile> {};
 
 TEST_P(RealScene, GivesASoundPackageThatHoldsIt) {
     const ExportedPackage package(fs::path(TOLVEX_TEST_MODELS) / GetParam().file, {});
-    EXPECT_THAT(package.faults(), testing::IsEmpty());
+    std::vector<testing::Matcher<std::string>> faults;
+    for (const std::string& texture : GetParam().missing)
+        faults.push_back(testing::HasSubstr("\"" + texture + "\", which is not in the package"));
+    EXPECT_THAT(package.faults(), testing::UnorderedElementsAreArray(faults));
     EXPECT_EQ(package.meshes().size(), GetParam().meshes);
     EXPECT_EQ(package.meshes().size(), package.scene().size());
     package.expectMeshesOfTheScene();
@@ -168,15 +172,20 @@ TEST_P(RealScene, GivesASoundPackageThatHoldsIt) {
 
 INSTANTIATE_TEST_SUITE_P(
     Scene, RealScene,
-    testing::Values(SceneFile{"FBX/embedded_ascii/box.FBX", 1},
-                    SceneFile{"FBX/maxPbrMaterial_metalRough.fbx", 1},
-                    SceneFile{"FBX/cubes_with_mirroring_and_pivot.fbx", 3}, SceneFile{"FBX/spider.fbx", 19},
-                    SceneFile{"glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb", 29},
-                    SceneFile{"glTF2/ClearCoat-glTF/ClearCoatTest.gltf", 27},
-                    SceneFile{"Collada/kwxport_test_vcolors.dae", 1},
-                    SceneFile{"Collada/teapot_instancenodes.DAE", 1}, SceneFile{"3DS/test1.3ds", 9},
-                    SceneFile{"OBJ/spider.obj", 19}, SceneFile{"ASE/anim2.ASE", 2},
-                    SceneFile{"ASE/MotionCaptureROM.ase", 26}),
+    testing::Values(SceneFile{"FBX/embedded_ascii/box.FBX", 1, {}},
+                    SceneFile{"FBX/maxPbrMaterial_metalRough.fbx",
+                              1,
+                              {"albedo.png", "normal.png", "roughness.png", "metalness.png", "emission.png"}},
+                    SceneFile{"FBX/cubes_with_mirroring_and_pivot.fbx", 3, {}},
+                    SceneFile{"FBX/spider.fbx",
+                              19,
+                              {"engineflare1.jpg", "drkwood2.jpg", "SpiderTex.jpg", "wal67ar_small.jpg"}},
+                    SceneFile{"glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb", 29, {}},
+                    SceneFile{"glTF2/ClearCoat-glTF/ClearCoatTest.gltf", 27, {}},
+                    SceneFile{"Collada/kwxport_test_vcolors.dae", 1, {}},
+                    SceneFile{"Collada/teapot_instancenodes.DAE", 1, {}}, SceneFile{"3DS/test1.3ds", 9, {}},
+                    SceneFile{"OBJ/spider.obj", 19, {}}, SceneFile{"ASE/anim2.ASE", 2, {}},
+                    SceneFile{"ASE/MotionCaptureROM.ase", 26, {}}),
     [](const auto& parameter) { return testName(fs::path(parameter.param.file).filename()); });
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "tools/ogre/picture.h"
 
@@ -30,22 +31,45 @@ View startView(const EnvironmentDescription& environment) {
     return view;
 }
 
-// A three-quarter view from the front, the right and above, as close as the box allows.
-View frameView(const Ogre::AxisAlignedBox& box, float aspect) {
-    constexpr float kMargin = 1.06F;
+// How far a frustum of this half-angle tangent has to stand back, and how far to the side, to hold all that
+// was added.
+class FrustumFit {
+  public:
+    explicit FrustumFit(float tangent) : tangent_(tangent) {}
+
+    // A point `across` from the axis, and `towards` the viewer along it.
+    void add(float across, float towards) {
+        more_ = std::max(more_, across + tangent_ * towards);
+        less_ = std::max(less_, -across + tangent_ * towards);
+    }
+
+    float across() const { return (more_ - less_) / 2; }
+    float back() const { return (more_ + less_) / (2 * tangent_); }
+
+  private:
+    float tangent_;
+    float more_ = -std::numeric_limits<float>::infinity();
+    float less_ = -std::numeric_limits<float>::infinity();
+};
+
+// A three-quarter view from the front, the right and above, as close as the boxes of the meshes allow.
+View frameView(const std::vector<Ogre::AxisAlignedBox>& boxes, float aspect) {
+    constexpr float kMargin = 1.05F;
     const Ogre::Vector3 back = Ogre::Vector3(0.62F, 0.42F, 1).normalisedCopy();
     const Ogre::Vector3 right = Ogre::Vector3::UNIT_Y.crossProduct(back).normalisedCopy();
     const Ogre::Vector3 up = back.crossProduct(right);
-    const float tangent = std::tan(Ogre::Degree(kFieldOfViewDeg / 2).valueRadians());
-    float distance = 0;
-    for (const Ogre::Vector3& corner : box.getAllCorners()) {
-        const Ogre::Vector3 offset = corner - box.getCenter();
-        const float across = std::abs(offset.dotProduct(right)) / (tangent * aspect);
-        const float along = std::abs(offset.dotProduct(up)) / tangent;
-        distance = std::max(distance, std::max(across, along) * kMargin + offset.dotProduct(back));
+    const float tangent = std::tan(Ogre::Degree(kFieldOfViewDeg / 2).valueRadians()) / kMargin;
+    FrustumFit horizontal(tangent * aspect);
+    FrustumFit vertical(tangent);
+    for (const Ogre::AxisAlignedBox& box : boxes) {
+        for (const Ogre::Vector3& corner : box.getAllCorners()) {
+            horizontal.add(corner.dotProduct(right), corner.dotProduct(back));
+            vertical.add(corner.dotProduct(up), corner.dotProduct(back));
+        }
     }
     View view;
-    view.position = box.getCenter() + back * std::max(distance, 1e-3F);
+    view.position = right * horizontal.across() + up * vertical.across() +
+                    back * std::max(horizontal.back(), vertical.back());
     view.orientation = Ogre::Quaternion(right, up, back);
     return view;
 }
@@ -96,7 +120,7 @@ Ogre::Camera* addCamera(const ViewerScene& scene, const EnvironmentDescription& 
     place(*camera, box, startView(environment));
     const auto isStartUseless = [&] { return environment.hasDefaultCamera() || !showsSomething(camera); };
     const bool isFramed = choice == ViewChoice::frame || (choice == ViewChoice::best && isStartUseless());
-    if (isFramed && box.isFinite()) place(*camera, box, frameView(box, aspect));
+    if (isFramed && box.isFinite()) place(*camera, box, frameView(scene.meshBounds, aspect));
 
     // A box with this half side has its corners within the far plane.
     if (scene.hasSky)

@@ -17,6 +17,7 @@ vec3 to_linear(vec3 colour)
 // Bends what is brighter than the screen over instead of cutting it off.
 vec3 to_screen(vec3 light)
 {
+	light *= 1.35;
 	vec3 soft = light * (1.0 + light / 9.0) / (1.0 + light * 0.55);
 	return pow(clamp(soft, 0.0, 1.0), vec3(1.0 / 2.2));
 }
