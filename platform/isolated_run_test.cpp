@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -103,6 +104,31 @@ TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
                      },
                      [](std::string_view) { throw std::runtime_error("enough"); }, {}),
                  std::runtime_error);
+}
+
+TEST(RunIsolated, WorkThatComesFurtherHasItsTimeCountedAnew) {
+    const auto burn = [](double seconds) {
+        const std::clock_t end = std::clock() + static_cast<std::clock_t>(seconds * CLOCKS_PER_SEC);
+        while (std::clock() < end) {
+        }
+    };
+    const IsolationLimits limits{.processorSeconds = 1};
+    const IsolatedRun renewed = run(
+        [&](const SendMessage&) {
+            for (int step = 0; step < 4; ++step) {
+                burn(0.6);
+                renewProcessorTime(limits);
+            }
+        },
+        limits);
+    EXPECT_EQ(renewed.end, End::finished);
+    const IsolatedRun stuck = run(
+        [&](const SendMessage&) {
+            renewProcessorTime(limits);
+            burn(60);
+        },
+        limits);
+    EXPECT_EQ(stuck.end, End::timeLimit);
 }
 
 TEST(RunIsolated, AsksTheCallerWhileTheWorkIsSilent) {
