@@ -20,7 +20,7 @@
 #include "geometry/vertex_welder.h"
 #include "hosts/snapshot/snapshot_host.h"
 #include "platform/process_info.h"
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 #include "platform/text_file.h"
 #include "platform/tool_runner.h"
 

@@ -15,9 +15,9 @@
 #include "cli/scene_images.h"
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
-#include "cli/transient_folder.h"
 #include "hosts/snapshot/snapshot_host.h"
 #include "platform/process_info.h"
+#include "platform/temporary_folder.h"
 #include "platform/tool_runner.h"
 #include "plugin/exporter.h"
 #include "plugin/setting_rules.h"
@@ -104,7 +104,7 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 ExitStatus runExport(const ExportArguments& arguments) {
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.assetFolders});
     linkBitmaps(source);
 
     const fs::path target = fs::absolute(arguments.target).lexically_normal();
@@ -116,7 +116,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);
     Report report;
     CommandLineDialog dialog(arguments.settings);
-    const TransientFolder toolFolder;  // tools leave logs where they run
+    const TemporaryFolder toolFolder;  // tools leave logs where they run
     SystemToolRunner tools(toolFolder.path(), [&progress] { progress.advance(0); });
     tolvex exporter({*host, report, progress, tools, &dialog, program});
     exporter.settings = arguments.settings;

@@ -33,9 +33,10 @@ std::uint64_t takeNumber(std::string_view& text) {
 // The importing side of the pipe.
 class Sender final : public Progress {
   public:
-    explicit Sender(const SendMessage& send) : send_(send) {}
+    Sender(const SendMessage& send, const IsolationLimits& limits) : send_(send), limits_(limits) {}
 
     void beginPhase(std::string_view name, std::uint64_t total) override {
+        renewProcessorTime(limits_);
         sendAdvance();
         send(Kind::phase, std::to_string(total) + "\n" + std::string(name));
     }
@@ -43,6 +44,7 @@ class Sender final : public Progress {
     // Small steps are gathered: a message for each would cost more than the work.
     void advance(std::uint64_t amount) override {
         constexpr int kStepsAMessage = 1000;
+        if (amount > 0) renewProcessorTime(limits_);
         pending_ += amount;
         if (++steps_ % kStepsAMessage == 0) sendAdvance();
     }
@@ -60,13 +62,15 @@ class Sender final : public Progress {
     }
 
     const SendMessage& send_;
+    const IsolationLimits& limits_;
     std::uint64_t pending_ = 0;
     unsigned steps_ = 0;
 };
 
 // Runs in the importing process.
-void import(const std::filesystem::path& file, const AssimpOptions& options, const SendMessage& send) {
-    Sender sender(send);
+void import(const std::filesystem::path& file, const AssimpOptions& options, const IsolationLimits& limits,
+            const SendMessage& send) {
+    Sender sender(send, limits);
     try {
         ImportNotes notes;
         const SceneSnapshot scene = readWithAssimp(file, options, sender, notes);
@@ -122,7 +126,7 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
     const std::string advice = "; open the scene where it was made and save it again";
     switch (run.end) {
         case End::timeLimit:
-            return "reading took more than " + std::to_string(limits.processorSeconds) +
+            return "a step of reading took more than " + std::to_string(limits.processorSeconds) +
                    " seconds of processor time, so the file is damaged or very large" + advice;
         case End::memoryLimit:
             return "reading needs more than " + std::to_string(limits.memoryBytes >> 20U) +
@@ -139,7 +143,7 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
 SceneSnapshot importIsolated(const std::filesystem::path& file, const AssimpOptions& options,
                              Progress& progress, ImportNotes& notes, const IsolationLimits& limits) {
     Receiver receiver{progress, notes};
-    const IsolatedRun run = runIsolated([&](const SendMessage& send) { import(file, options, send); },
+    const IsolatedRun run = runIsolated([&](const SendMessage& send) { import(file, options, limits, send); },
                                         [&](std::string_view message) { receiver.receive(message); }, limits,
                                         [&progress] { progress.advance(0); });
     progress.advance(0);  // what stops this process may have stopped the other one first

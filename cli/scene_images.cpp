@@ -47,9 +47,10 @@ void require(const std::error_code& error, const char* operation, const fs::path
 }
 
 // Where a bitmap is an image that was taken out of the scene file.
-std::optional<fs::path> extracted(const SnapshotMap& map, const TransientFolder& images) {
+std::optional<fs::path> extracted(const SnapshotMap& map, const TemporaryFolder& images) {
     const fs::path file = toPath(map.bitmap);
-    return file.parent_path() == images.path() && isFile(file) ? std::optional(file) : std::nullopt;
+    return file.parent_path() == fs::absolute(images.path()) && isFile(file) ? std::optional(file)
+                                                                             : std::nullopt;
 }
 
 void copyImages(SceneSource& source, const fs::path& folder) {
@@ -68,7 +69,7 @@ void copyImages(SceneSource& source, const fs::path& folder) {
 
 void linkBitmaps(SceneSource& source) {
     if (!source.images) return;
-    ImageFolder folder(source.images->path());
+    ImageFolder folder(fs::absolute(source.images->path()));
     for (SnapshotMap& map : source.scene.maps) {
         if (isAscii(map.bitmap)) continue;
         const fs::path file = source.folder / toPath(map.bitmap);

@@ -78,7 +78,34 @@ fs::path folderOf(const fs::path& file) {
     return fs::absolute(file).parent_path();
 }
 
-SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages images) {
+std::unique_ptr<TemporaryFolder> makeImageFolder() {
+    try {
+        return std::make_unique<TemporaryFolder>();
+    } catch (const std::system_error& error) {
+        throw CommandError(kFailed, "create_directory: a folder for images of the scene cannot be made: " +
+                                        error.code().message() +
+                                        "; set TMPDIR to a folder that can be written to");
+    }
+}
+
+// Of no use later, and more likely mistyped than meant.
+void requireFolders(const std::vector<fs::path>& folders) {
+    for (const fs::path& folder : folders) {
+        std::error_code error;
+        if (!fs::is_directory(folder, error))
+            refuse(narrowPath(folder), "is no folder; name an existing one for --asset-folder");
+    }
+}
+
+// The folder's path as a scene holds it.
+std::u16string hostPath(const fs::path& folder) {
+    const std::string path = narrowPath(fs::absolute(folder));
+    const auto text = toUtf16(path);
+    if (!text) refuse(path, "is not valid UTF-8; rename the folder");
+    return *text;
+}
+
+SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOptions& wanted) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
         return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}, {}};
@@ -90,10 +117,11 @@ SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages ima
     SceneSource source;
     source.folder = folderOf(scene);
     AssimpOptions options;
-    if (images == SceneImages::extract) {
+    options.assetFolders = wanted.assetFolders;
+    if (wanted.images == SceneImages::extract) {
         rememberInterrupts();
-        source.images = std::make_unique<TransientFolder>();
-        options.imageFolder = source.images->path();
+        source.images = makeImageFolder();
+        options.imageFolder = fs::absolute(source.images->path());
     }
     source.scene = importIsolated(scene, options, progress, source.notes);
     return source;
@@ -122,11 +150,15 @@ std::string readSceneFile(const fs::path& file) {
     return readToEnd(stream.get(), name);
 }
 
-SceneSource openScene(const fs::path& scene, Progress& progress, SceneImages images) {
+SceneSource openScene(const fs::path& scene, Progress& progress, const SceneOptions& options) {
+    requireFolders(options.assetFolders);
     const std::string phase = "Reading " + sceneName(scene);
     progress.beginPhase(phase, 0);
     try {
-        return readScene(scene, progress, images);
+        SceneSource source = readScene(scene, progress, options);
+        for (const fs::path& folder : options.assetFolders)
+            source.scene.assetFolders.push_back(hostPath(folder));
+        return source;
     } catch (const std::bad_alloc&) {
         refuse(sceneName(scene), "needs more memory than there is; close other programs, or split the scene");
     }

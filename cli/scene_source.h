@@ -5,12 +5,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/progress.h"
-#include "cli/transient_folder.h"
 #include "hosts/assimp/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "hosts/snapshot/snapshot_io.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 
@@ -21,7 +22,7 @@ struct SceneSource {
     ImportNotes notes;             // what the file holds and the scene does not
     // Of an imported scene: holds the images that were taken out of the file, and lives as long as they are
     // needed. Null where there can be none.
-    std::unique_ptr<TransientFolder> images = {};
+    std::unique_ptr<TemporaryFolder> images = {};
 };
 
 // "standard input" for "-", otherwise the path as given.
@@ -37,9 +38,17 @@ std::string readSceneFile(const std::filesystem::path& file);
 // Whether images that a scene file holds within itself are wanted as files.
 enum class SceneImages { leave, extract };
 
+// What is wanted of a scene besides itself.
+struct SceneOptions {
+    SceneImages images = SceneImages::leave;
+    // Existing folders in which bitmaps are looked for that are not where the scene says; relative ones
+    // against the current folder.
+    std::vector<std::filesystem::path> assetFolders = {};
+};
+
 // Reads the scene. Throws CommandError (kNotRun) or SceneError where it cannot be read; what `progress`
 // throws passes through. Where images are extracted, a request to stop is remembered from the start of the
 // import on (see rememberInterrupts), so that they are removed again.
-SceneSource openScene(const std::filesystem::path& scene, Progress& progress, SceneImages images);
+SceneSource openScene(const std::filesystem::path& scene, Progress& progress, const SceneOptions& options);
 
 }  // namespace velinor

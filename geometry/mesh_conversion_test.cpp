@@ -7,7 +7,7 @@
 #include <functional>
 #include <sstream>
 
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 namespace {

@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "hosts/snapshot/snapshot_host.h"
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 namespace {

@@ -20,7 +20,7 @@
 #include "materials/image_library.h"
 #include "materials/material_map.h"
 #include "materials/material_writer_context.h"
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 

@@ -11,7 +11,7 @@ namespace velinor {
 // What the isolated code may use up.
 struct IsolationLimits {
     std::uint64_t memoryBytes = std::uint64_t{4} << 30U;  // address space
-    unsigned processorSeconds = 60;
+    unsigned processorSeconds = 60;  // from the start, or from the last call of renewProcessorTime
 };
 
 // How an isolated run ended.
@@ -37,5 +37,9 @@ using SendMessage = std::function<void(std::string_view)>;
 IsolatedRun runIsolated(
     const std::function<void(const SendMessage&)>& work, const std::function<void(std::string_view)>& receive,
     const IsolationLimits& limits, const std::function<void()>& whileWaiting = [] {});
+
+// For isolated code that has come a step further: its processor time is counted anew from here. So a limit
+// that ends what hangs does not end what has much to do. Cheap.
+void renewProcessorTime(const IsolationLimits& limits);
 
 }  // namespace velinor

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -99,9 +100,17 @@ void setLimit(decltype(RLIMIT_CPU) resource, rlim_t soft, rlim_t hard) {
     ::setrlimit(resource, &limit);
 }
 
+// The hard limit stays what it was: once lowered it could not be raised again.
+void limitProcessorTime(rlim_t seconds) {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_CPU, &limit) != 0) return;
+    limit.rlim_cur = std::min(seconds, limit.rlim_max);
+    ::setrlimit(RLIMIT_CPU, &limit);
+}
+
 void applyLimits(const IsolationLimits& limits) {
     setLimit(RLIMIT_CORE, 0, 0);
-    setLimit(RLIMIT_CPU, limits.processorSeconds, limits.processorSeconds + 1);
+    limitProcessorTime(limits.processorSeconds);
 #ifndef __SANITIZE_ADDRESS__  // whose shadow alone takes terabytes of address space
     setLimit(RLIMIT_AS, limits.memoryBytes, limits.memoryBytes);
 #endif
@@ -115,7 +124,7 @@ void silenceOutput() {
 }
 
 void restoreSignals() {
-    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXFSZ, SIGABRT, SIGSEGV})
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXCPU, SIGXFSZ, SIGABRT, SIGSEGV})
         ::signal(signal, SIG_DFL);
 }
 
@@ -206,6 +215,13 @@ IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
     passMessages(input.get(), receive, limits.memoryBytes, whileWaiting);
     input.reset();
     return runOf(child.wait());
+}
+
+void renewProcessorTime(const IsolationLimits& limits) {
+    rusage used{};
+    if (::getrusage(RUSAGE_SELF, &used) != 0) return;
+    const auto seconds = static_cast<rlim_t>(used.ru_utime.tv_sec + used.ru_stime.tv_sec);
+    limitProcessorTime(seconds + 1 + limits.processorSeconds);
 }
 
 }  // namespace velinor

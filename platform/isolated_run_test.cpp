@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace velinor {
@@ -101,6 +104,39 @@ TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
                      },
                      [](std::string_view) { throw std::runtime_error("enough"); }, {}),
                  std::runtime_error);
+}
+
+TEST(RunIsolated, WorkThatComesFurtherHasItsTimeCountedAnew) {
+    const auto burn = [](double seconds) {
+        const std::clock_t end = std::clock() + static_cast<std::clock_t>(seconds * CLOCKS_PER_SEC);
+        while (std::clock() < end) {
+        }
+    };
+    const IsolationLimits limits{.processorSeconds = 1};
+    const IsolatedRun renewed = run(
+        [&](const SendMessage&) {
+            for (int step = 0; step < 4; ++step) {
+                burn(0.6);
+                renewProcessorTime(limits);
+            }
+        },
+        limits);
+    EXPECT_EQ(renewed.end, End::finished);
+    const IsolatedRun stuck = run(
+        [&](const SendMessage&) {
+            renewProcessorTime(limits);
+            burn(60);
+        },
+        limits);
+    EXPECT_EQ(stuck.end, End::timeLimit);
+}
+
+TEST(RunIsolated, AsksTheCallerWhileTheWorkIsSilent) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THROW(runIsolated([](const SendMessage&) { std::this_thread::sleep_for(std::chrono::minutes(1)); },
+                             [](std::string_view) {}, {}, [] { throw std::runtime_error("stop"); }),
+                 std::runtime_error);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 namespace {

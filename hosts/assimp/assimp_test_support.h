@@ -14,7 +14,7 @@
 #include "hosts/assimp/assimp_reader.h"
 #include "hosts/snapshot/scene_error.h"
 #include "hosts/snapshot/snapshot_io.h"
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 

@@ -59,7 +59,9 @@ fs::path ImageFolder::unusedFile(std::u16string_view wished, std::string_view en
     const std::string end = ending.empty() ? std::string() : "." + std::string(ending);
     for (unsigned& number = numbers_[lowerCase(stem + end)];;) {
         ++number;
-        const std::string name = stem + (number == 1 ? "" : "-" + std::to_string(number)) + end;
+        std::string name = stem;
+        if (number > 1) name += "-" + std::to_string(number);
+        name += end;
         std::error_code error;
         if (!used_.insert(lowerCase(name)).second) continue;
         if (!fs::exists(fs::symlink_status(folder_ / name, error))) return folder_ / name;

@@ -97,11 +97,11 @@ std::optional<fs::path> TextureFiles::find(std::u16string_view name) const {
     const std::u16string plain = withoutScheme(name);
     if (isEncoded_) {
         if (const auto decoded = decodePercent(plain); decoded && isName(*decoded)) {
-            if (const auto found = findExactly(*decoded)) return found;
-            if (const auto found = findLoosely(*decoded)) return found;
+            if (auto found = findExactly(*decoded)) return found;
+            if (auto found = findLoosely(*decoded)) return found;
         }
     }
-    if (const auto found = findExactly(plain)) return found;
+    if (auto found = findExactly(plain)) return found;
     return findLoosely(plain);
 }
 

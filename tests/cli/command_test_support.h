@@ -7,8 +7,8 @@
 #include <fstream>
 #include <string>
 
+#include "platform/temporary_folder.h"
 #include "tests/support/run_command.h"
-#include "tests/support/temporary_folder.h"
 #include "tests/support/tree_compare.h"
 
 namespace velinor {

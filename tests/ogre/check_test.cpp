@@ -6,9 +6,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "platform/temporary_folder.h"
 #include "tests/ogre/check_test_support.h"
 #include "tests/ogre/sample_package.h"
-#include "tests/support/temporary_folder.h"
 #include "tools/ogre/dds_test_support.h"
 #include "tools/ogre/mesh_binary_test_support.h"
 

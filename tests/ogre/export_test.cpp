@@ -8,9 +8,9 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "platform/temporary_folder.h"
 #include "tests/ogre/check_test_support.h"
 #include "tests/ogre/scene_content.h"
-#include "tests/support/temporary_folder.h"
 
 namespace velinor {
 namespace {

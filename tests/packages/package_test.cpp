@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/temporary_folder.h"
 #include "tests/support/run_command.h"
-#include "tests/support/temporary_folder.h"
 #include "tests/support/tree_compare.h"
 
 namespace velinor {
@@ -41,7 +41,8 @@ bool isRewriteWanted() {
     return value != nullptr && std::string(value) == "1";
 }
 
-// The sky that is shipped is in nearly every package. A line stands for it, so that it need not be beside every case.
+// The sky that is shipped is in nearly every package. A line stands for it, so that it need not be beside
+// every case.
 Tree withoutDefaultSky(Tree package) {
     const auto sky = package.find("resources/default.dds");
     if (sky != package.end() && sky->second == installedFile("res/default.dds"))
@@ -88,7 +89,8 @@ TEST_P(PackageTest, IsTheSameFromCbor) {
     arguments.push_back(cbor);
     arguments.push_back(other.path() / "package.jsx");
     ASSERT_EQ(runTolvex(arguments).status, 0);
-    const auto difference = firstDifference(exported(), withoutDefaultSky(readTree(other.path() / "package")));
+    const auto difference =
+        firstDifference(exported(), withoutDefaultSky(readTree(other.path() / "package")));
     EXPECT_EQ(difference, std::nullopt) << *difference;
 }
 

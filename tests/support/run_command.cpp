@@ -12,7 +12,7 @@
 #include <sstream>
 #include <system_error>
 
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 extern char** environ;
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <sstream>
 
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 namespace {

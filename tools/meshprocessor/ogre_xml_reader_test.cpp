@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-#include "tests/support/temporary_folder.h"
+#include "platform/temporary_folder.h"
 #include "tools/meshprocessor/mesh_test_support.h"
 
 namespace velinor {

@@ -7,8 +7,8 @@
 #include <map>
 #include <sstream>
 
+#include "platform/temporary_folder.h"
 #include "tests/support/run_command.h"
-#include "tests/support/temporary_folder.h"
 #include "tools/meshprocessor/mesh_test_support.h"
 #include "tools/meshprocessor/orientation.h"
 

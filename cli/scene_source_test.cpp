@@ -1,0 +1,85 @@
+#include "cli/scene_source.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "cli/command_error.h"
+#include "cli/interrupts.h"
+#include "hosts/snapshot/scene_error.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Asked to stop at the first step of an import.
+class StoppedProgress final : public Progress {
+  public:
+    void beginPhase(std::string_view name, std::uint64_t /*total*/) override {
+        if (name == "Reading the scene file") throw Interrupted();
+    }
+    void advance(std::uint64_t /*amount*/) override {}
+};
+
+class SceneSourceTest : public testing::Test {
+  protected:
+    SceneSourceTest() { setenv("TMPDIR", temporary_.path().c_str(), 1); }
+    ~SceneSourceTest() override { unsetenv("TMPDIR"); }
+
+    fs::path write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder_.path() / name) << text;
+        return folder_.path() / name;
+    }
+    bool isTemporaryEmpty() const { return fs::is_empty(temporary_.path()); }
+
+    const std::string triangle_ = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+
+  private:
+    TemporaryFolder temporary_;
+    TemporaryFolder folder_;
+};
+
+TEST_F(SceneSourceTest, TheFolderForImagesLivesAsLongAsTheScene) {
+    NoProgress progress;
+    {
+        const SceneSource source = openScene(write("a.obj", triangle_), progress, {SceneImages::extract});
+        ASSERT_TRUE(source.images);
+        EXPECT_TRUE(fs::is_directory(source.images->path()));
+    }
+    EXPECT_TRUE(isTemporaryEmpty());
+}
+
+TEST_F(SceneSourceTest, ThereIsNoneForSnapshotsAndWhereImagesAreNotWanted) {
+    NoProgress progress;
+    EXPECT_FALSE(openScene(write("a.obj", triangle_), progress, {SceneImages::leave}).images);
+    const fs::path snapshot =
+        write("a.scene.json", R"({"format": "tolvex-scene", "version": 1, "nodes": [], "roots": []})");
+    EXPECT_FALSE(openScene(snapshot, progress, {SceneImages::extract}).images);
+}
+
+TEST_F(SceneSourceTest, ARefusedOrStoppedImportLeavesNone) {
+    NoProgress progress;
+    EXPECT_THROW(openScene(write("a.fbx", "; FBX"), progress, {SceneImages::extract}), SceneError);
+    EXPECT_TRUE(isTemporaryEmpty());
+    StoppedProgress stopped;
+    EXPECT_THROW(openScene(write("a.obj", triangle_), stopped, {SceneImages::extract}), Interrupted);
+    EXPECT_TRUE(isTemporaryEmpty());
+}
+
+TEST_F(SceneSourceTest, WhereNoneCanBeMadeTheMessageTellsWhatToDo) {
+    const fs::path scene = write("a.obj", triangle_);
+    setenv("TMPDIR", (scene / "none").c_str(), 1);
+    NoProgress progress;
+    try {
+        openScene(scene, progress, {SceneImages::extract});
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const CommandError& error) {
+        EXPECT_EQ(error.status(), kFailed);
+        EXPECT_NE(std::string(error.what()).find("set TMPDIR"), std::string::npos) << error.what();
+    }
+}
+
+}  // namespace
+}  // namespace velinor
