@@ -35,13 +35,20 @@ std::string adviceFor(const std::string& operation, const fs::filesystem_error& 
     if (operation == "remove") return removeAdvice(error);
     if (operation == "create_directory")
         return "make sure that the folder above it exists and can be written to";
+    if (operation == "copy") return "check the free space there and the permissions of both";
     return "check the path and its permissions";
+}
+
+// "FILE: ", for a copy "SOURCE to TARGET: "; empty where the error has no file.
+std::string filesOf(const fs::filesystem_error& error) {
+    if (error.path1().empty()) return {};
+    const std::string second = error.path2().empty() ? std::string() : " to " + narrowPath(error.path2());
+    return narrowPath(error.path1()) + second + ": ";
 }
 
 std::string fileSystemText(const fs::filesystem_error& error) {
     const std::string operation = operationOf(error);
-    const std::string path = error.path1().empty() ? std::string() : narrowPath(error.path1()) + ": ";
-    return operation + ": " + path + error.code().message() + "; " + adviceFor(operation, error);
+    return operation + ": " + filesOf(error) + error.code().message() + "; " + adviceFor(operation, error);
 }
 
 }  // namespace

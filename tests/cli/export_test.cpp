@@ -1,4 +1,8 @@
+#include <gmock/gmock.h>
+
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "tests/cli/command_test_support.h"
 
@@ -46,8 +50,14 @@ TEST_F(ExportTest, JsonIsOneDocumentWithCodes) {
     const CommandResult result = run({"export", "--json", "room.scene.json", "room.jsx"});
     const auto report = nlohmann::json::parse(result.out);
     EXPECT_EQ(report["package"], (folder() / "room").string());
-    EXPECT_EQ(report["files"].size(), 3U);
-    EXPECT_EQ(report["files"][0]["bytes"], fs::file_size(folder() / "room/index.jsx"));
+    std::vector<std::string> files;
+    for (const auto& file : report["files"]) {
+        files.push_back(fs::path(file["path"].get<std::string>()).lexically_relative(folder() / "room"));
+        EXPECT_EQ(file["bytes"], fs::file_size(folder() / "room" / files.back()));
+    }
+    EXPECT_THAT(files, testing::UnorderedElementsAre("index.jsx", "where.json", "webtables.json",
+                                                     "resources/default.dds",
+                                                     "resources/FXUnlitSkyboxCubic.material"));
     EXPECT_EQ(report["found"]["objects"], 2);
     EXPECT_EQ(report["totals"]["skipped"], 1);
     EXPECT_EQ(report["messages"][0]["code"], "node-hidden");
@@ -144,12 +154,27 @@ TEST_F(ExportTest, OverwriteKeepsTheSceneThatItReads) {
 
 TEST_F(ExportTest, AFullDiskLeavesNothingBehind) {
     writeLargeScene();
-    const CommandResult result = run({"export", "large.scene.json", "room.jsx"}, onFullDisk(kSmallDisk));
+    const CommandResult result =
+        run({"export", "--no-export-materials", "large.scene.json", "room.jsx"}, onFullDisk(kSmallDisk));
     EXPECT_EQ(result.status, 3) << result.err;
     EXPECT_EQ(result.out, "");
     EXPECT_TRUE(
         lastLine(result.err).starts_with("tolvex: write: " + (folder() / "room/index.jsx").string() + ": "))
         << result.err;
+    expectNothingButScenes();
+}
+
+TEST_F(ExportTest, ACopyThatFailsNamesBothFilesAndLeavesNothingBehind) {
+    const CommandResult result = run({"export", "room.scene.json", "room.jsx"}, onFullDisk(kSmallDisk));
+    EXPECT_EQ(result.status, 3) << result.err;
+    EXPECT_EQ(result.out, "");
+    const std::string line = lastLine(result.err);
+    EXPECT_TRUE(line.starts_with("tolvex: copy: ")) << line;
+    EXPECT_NE(line.find("/Plugins/tolvex/res/default.dds to " +
+                        (folder() / "room/resources/default.dds").string() + ": "),
+              std::string::npos)
+        << line;
+    EXPECT_TRUE(line.ends_with("; check the free space there and the permissions of both")) << line;
     expectNothingButScenes();
 }
 
