@@ -62,6 +62,14 @@ std::string lowBytes(std::u16string_view utf16) {
     return bytes;
 }
 
+std::string utf8OfLowBytes(std::string_view bytes) {
+    std::u16string text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes)
+        text += static_cast<char16_t>(static_cast<unsigned char>(byte));
+    return toUtf8(text);
+}
+
 std::string sanitiseName(std::string_view name) {
     const auto isKept = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||

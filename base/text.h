@@ -24,6 +24,9 @@ std::u16string toUtf16Lossy(std::string_view bytes);
 // defined so.
 std::string lowBytes(std::u16string_view utf16);
 
+// UTF-8 of a text whose bytes are the characters below U+0100: what lowBytes gave, if it mangled nothing.
+std::string utf8OfLowBytes(std::string_view bytes);
+
 // A name fit for files: every byte other than an ASCII letter, a digit, "-" and "." becomes "_", so the
 // length stays. Of a name in UTF-8 each byte beyond ASCII becomes one "_".
 std::string sanitiseName(std::string_view name);

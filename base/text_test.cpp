@@ -67,6 +67,12 @@ TEST(Printable, ShowsControlCharactersAsEscapes) {
     EXPECT_EQ(printable("Стол"), "Стол");
 }
 
+TEST(Utf8OfLowBytes, UndoesLowBytesBelowU0100) {
+    EXPECT_EQ(utf8OfLowBytes("T\xFCr"), "T\xC3\xBCr");
+    EXPECT_EQ(utf8OfLowBytes(lowBytes(u"T\u00FCr")), toUtf8(u"T\u00FCr"));
+    EXPECT_EQ(utf8OfLowBytes(""), "");
+}
+
 TEST(SanitiseName, ReplacesEachByteThatIsNoLetterDigitMinusOrPoint) {
     for (const auto& [name, expected] :
          {std::pair<std::string_view, std::string_view>{"Brick Wall #2", "Brick_Wall__2"},

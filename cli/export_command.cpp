@@ -104,7 +104,7 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 ExitStatus runExport(const ExportArguments& arguments) {
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.assetFolders});
     linkBitmaps(source);
 
     const fs::path target = fs::absolute(arguments.target).lexically_normal();

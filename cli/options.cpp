@@ -110,6 +110,15 @@ class CommandParser {
             ->group(group);
     }
 
+    // An option that may be given several times.
+    void paths(const std::string& name, const char* typeName, std::string_view help) {
+        app_.add_option("--" + name, repeated_[name], std::string(help))
+            ->type_name(typeName)
+            ->allow_extra_args(false)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+            ->group("Options");
+    }
+
     void positional(const std::string& name, std::string_view help) {
         app_.add_option(name, positionals_[name], std::string(help))->type_name("");
         order_.push_back(name);
@@ -142,6 +151,14 @@ class CommandParser {
         return toPath(toUtf16Lossy(positionals_.at(name)));
     }
 
+    // The paths given for an option that may be given several times.
+    std::vector<std::filesystem::path> paths(const std::string& name) const {
+        std::vector<std::filesystem::path> paths;
+        for (const std::string& text : repeated_.at(name))
+            paths.push_back(toPath(toUtf16Lossy(text)));
+        return paths;
+    }
+
   private:
     std::string seeHelp() const { return "; see \"tolvex " + command_ + " --help\""; }
 
@@ -167,6 +184,7 @@ class CommandParser {
     CLI::App app_;
     std::map<std::string, std::string> positionals_;
     std::vector<std::string> order_;
+    std::map<std::string, std::vector<std::string>> repeated_;
 };
 
 // The whole of `text` as a number, whatever the locale.
@@ -184,6 +202,8 @@ Number parseNumber(std::string_view option, const std::string& text) {
     }
     return number;
 }
+
+constexpr const char* kAssetFolder = "asset-folder";
 
 // The options of the settings: flags are stored while parsing, texts afterwards.
 class SettingsParser {
@@ -235,6 +255,10 @@ void requireFileName(const std::filesystem::path& target) {
            ": TARGET has no file name; write FOLDER/NAME.jsx for the package FOLDER/NAME");
 }
 
+void declareAssetFolders(CommandParser& parser) {
+    parser.paths(kAssetFolder, "DIR", "look for missing bitmaps in DIR, too; may be repeated");
+}
+
 constexpr const char* kSceneHelp = "the scene's file; - reads a snapshot from standard input";
 
 CommandLine parseExport(std::span<const std::string> arguments) {
@@ -248,11 +272,13 @@ CommandLine parseExport(std::span<const std::string> arguments) {
     parser.flag("json", result.json, "print the report as JSON");
     parser.flag("suppress-prompts", result.suppressPrompts,
                 "use the settings as given, without the dialog's rules");
+    declareAssetFolders(parser);
     SettingsParser settings(parser, result.settings);
     if (parser.parse(arguments)) return ShowText{parser.help()};
     settings.store();
     result.scene = parser.path("SCENE");
     result.target = parser.path("TARGET");
+    result.assetFolders = parser.paths(kAssetFolder);
     requireFileName(result.target);
     return result;
 }
@@ -271,8 +297,9 @@ CommandLine parseSnapshot(std::span<const std::string> arguments) {
     CommandParser parser("snapshot", "Saves SCENE as a scene snapshot.");
     parser.positional("SCENE", kSceneHelp);
     parser.positional("OUT", "the file to write; .scene.json or .scene.cbor says how");
+    declareAssetFolders(parser);
     if (parser.parse(arguments)) return ShowText{parser.help()};
-    return SnapshotArguments{parser.path("SCENE"), parser.path("OUT")};
+    return SnapshotArguments{parser.path("SCENE"), parser.path("OUT"), parser.paths(kAssetFolder)};
 }
 
 CommandLine parseCheck(std::span<const std::string> arguments) {

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "plugin/export_settings.h"
 
@@ -17,8 +18,9 @@ struct ExportArguments {
     bool strict = false;
     bool quiet = false;
     bool json = false;
-    std::filesystem::path scene;   // "-": standard input
-    std::filesystem::path target;  // as given, with a file name
+    std::filesystem::path scene;                      // "-": standard input
+    std::filesystem::path target;                     // as given, with a file name
+    std::vector<std::filesystem::path> assetFolders;  // further places of bitmaps, as given
 
     bool operator==(const ExportArguments&) const = default;
 };
@@ -33,6 +35,7 @@ struct InspectArguments {
 struct SnapshotArguments {
     std::filesystem::path scene;
     std::filesystem::path out;
+    std::vector<std::filesystem::path> assetFolders;
 
     bool operator==(const SnapshotArguments&) const = default;
 };

@@ -29,7 +29,7 @@ TEST(ParseCommandLine, GivesTheDefaultsWithoutOptions) {
 TEST(ParseCommandLine, ReadsEachCommand) {
     EXPECT_EQ(parsed<InspectArguments>({"inspect", "-", "--json"}), (InspectArguments{"-", true}));
     EXPECT_EQ(parsed<SnapshotArguments>({"snapshot", "a.fbx", "b.scene.cbor"}),
-              (SnapshotArguments{"a.fbx", "b.scene.cbor"}));
+              (SnapshotArguments{"a.fbx", "b.scene.cbor", {}}));
     EXPECT_EQ(parsed<CheckArguments>({"check", "room"}), (CheckArguments{"room"}));
 }
 
@@ -67,6 +67,16 @@ TEST(ParseCommandLine, ReadsEveryNumberAndPath) {
     EXPECT_EQ(settings.ambientBlue, 0.5F);
     EXPECT_EQ(settings.customEnvironmentMap, u8"небо.dds");
     EXPECT_EQ(settings.customReflectionMap, "a b.dds");
+}
+
+TEST(ParseCommandLine, CollectsAssetFolders) {
+    using Paths = std::vector<std::filesystem::path>;
+    EXPECT_EQ(
+        parsed<ExportArguments>({"export", "--asset-folder", "a", "s.fbx", "--asset-folder=b c", "t.jsx"})
+            .assetFolders,
+        (Paths{"a", "b c"}));
+    EXPECT_EQ(parsed<SnapshotArguments>({"snapshot", "--asset-folder", "a", "s.fbx", "o.json"}).assetFolders,
+              Paths{"a"});
 }
 
 TEST(ParseCommandLine, HasAnOptionForEachFieldWithAControl) {

@@ -23,19 +23,27 @@ fs::path pathOf(std::string_view name) {
     return text ? toPath(*text) : fs::path(std::string(name));
 }
 
-// UTF-8 of a text whose bytes are characters below U+0100.
-std::string utf8OfLowBytes(std::string_view bytes) {
-    std::u16string text;
-    for (const char byte : bytes)
-        text += static_cast<char16_t>(static_cast<unsigned char>(byte));
-    return toUtf8(text);
-}
-
 std::string inResources(const std::string& file) {
     return "resources/" + file;
 }
 
+// Whether the folder has a collision mesh, or the list of those that could not be made.
+bool holdsCollisionMeshes(const fs::path& resources) {
+    std::error_code error;
+    for (fs::directory_iterator entry(resources, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const std::string name = narrowPath(entry->path().filename());
+        if (name.ends_with(".mesh_phy.obj") || name == "failed_physics.txt") return true;
+    }
+    return false;
+}
+
 }  // namespace
+
+ResourceCheck::ResourceCheck(fs::path resources, PackageFindings& findings)
+    : resources_(std::move(resources)),
+      findings_(findings),
+      areCollisionMeshesMade_(holdsCollisionMeshes(resources_)) {}
 
 void ResourceCheck::checkMesh(std::size_t line, std::string_view name) {
     const std::optional<std::string> file = fileNamed(line, name);
@@ -51,6 +59,10 @@ void ResourceCheck::checkMesh(std::size_t line, std::string_view name) {
 }
 
 void ResourceCheck::checkCollisionMesh(std::size_t line, std::string_view name) {
+    if (!areCollisionMeshesMade_) {
+        ++collisionMeshesLeftOut_;
+        return;
+    }
     const std::optional<std::string> file = fileNamed(line, name);
     if (!file || !checkedFiles_.insert(*file).second) return;
     const std::optional<std::string> text = read(*file);
@@ -63,6 +75,11 @@ void ResourceCheck::checkCollisionMesh(std::size_t line, std::string_view name) 
 }
 
 void ResourceCheck::finish() {
+    if (collisionMeshesLeftOut_ > 0) {
+        findings_.notes.push_back({"resources", "no collision mesh is here, index.jsx names " +
+                                                    std::to_string(collisionMeshesLeftOut_) +
+                                                    "; the package was exported without collision meshes"});
+    }
     readScripts();
     if (scriptsByMaterial_.empty()) {
         if (meshesByMaterial_.empty()) return;

@@ -17,8 +17,7 @@ namespace velinor {
 // however often it is named. Faults and notes go to the findings that it is made with, which must outlive it.
 class ResourceCheck {
   public:
-    ResourceCheck(std::filesystem::path resources, PackageFindings& findings)
-        : resources_(std::move(resources)), findings_(findings) {}
+    ResourceCheck(std::filesystem::path resources, PackageFindings& findings);
 
     // Line `line` of index.jsx names the mesh or collision mesh `name`: as UTF-8 or, where it is none, by low
     // bytes.
@@ -45,6 +44,8 @@ class ResourceCheck {
 
     std::filesystem::path resources_;
     PackageFindings& findings_;
+    bool areCollisionMeshesMade_;  // false: the package was exported without
+    std::size_t collisionMeshesLeftOut_ = 0;
     std::map<std::string, std::optional<std::string>, std::less<>> filesByName_;
     std::set<std::string> checkedFiles_;
     std::map<std::string, std::string> meshesByMaterial_;   // one mesh of each material

@@ -71,10 +71,21 @@ TEST_F(ResourceCheckTest, FindsNothingInAWholeFolder) {
 
 TEST_F(ResourceCheckTest, FindsFilesThatAreNotThereAtEachMention) {
     remove("Chair.mesh_phy.obj");
+    write("failed_physics.txt", "Chair\n");
     check({"Chair", "Chair"});
     EXPECT_THAT(faults_,
                 ElementsAre("index.jsx: line 1: the file resources/Chair.mesh_phy.obj does not exist",
                             "index.jsx: line 2: the file resources/Chair.mesh_phy.obj does not exist"));
+}
+
+TEST_F(ResourceCheckTest, NotesThatCollisionMeshesWereNotWanted) {
+    remove("Chair.mesh_phy.obj");
+    check({"Chair", "Chair"});
+    EXPECT_THAT(faults_, IsEmpty());
+    EXPECT_THAT(
+        notes_,
+        ElementsAre("resources: no collision mesh is here, index.jsx names 2; the package was exported "
+                    "without collision meshes"));
 }
 
 TEST_F(ResourceCheckTest, FindsFilesUnderTheirSanitisedNames) {

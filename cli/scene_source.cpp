@@ -88,7 +88,24 @@ std::unique_ptr<TemporaryFolder> makeImageFolder() {
     }
 }
 
-SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages images) {
+// Of no use later, and more likely mistyped than meant.
+void requireFolders(const std::vector<fs::path>& folders) {
+    for (const fs::path& folder : folders) {
+        std::error_code error;
+        if (!fs::is_directory(folder, error))
+            refuse(narrowPath(folder), "is no folder; name an existing one for --asset-folder");
+    }
+}
+
+// The folder's path as a scene holds it.
+std::u16string hostPath(const fs::path& folder) {
+    const std::string path = narrowPath(fs::absolute(folder));
+    const auto text = toUtf16(path);
+    if (!text) refuse(path, "is not valid UTF-8; rename the folder");
+    return *text;
+}
+
+SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOptions& wanted) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
         return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}, {}};
@@ -100,7 +117,8 @@ SceneSource readScene(const fs::path& scene, Progress& progress, SceneImages ima
     SceneSource source;
     source.folder = folderOf(scene);
     AssimpOptions options;
-    if (images == SceneImages::extract) {
+    options.assetFolders = wanted.assetFolders;
+    if (wanted.images == SceneImages::extract) {
         rememberInterrupts();
         source.images = makeImageFolder();
         options.imageFolder = fs::absolute(source.images->path());
@@ -132,11 +150,15 @@ std::string readSceneFile(const fs::path& file) {
     return readToEnd(stream.get(), name);
 }
 
-SceneSource openScene(const fs::path& scene, Progress& progress, SceneImages images) {
+SceneSource openScene(const fs::path& scene, Progress& progress, const SceneOptions& options) {
+    requireFolders(options.assetFolders);
     const std::string phase = "Reading " + sceneName(scene);
     progress.beginPhase(phase, 0);
     try {
-        return readScene(scene, progress, images);
+        SceneSource source = readScene(scene, progress, options);
+        for (const fs::path& folder : options.assetFolders)
+            source.scene.assetFolders.push_back(hostPath(folder));
+        return source;
     } catch (const std::bad_alloc&) {
         refuse(sceneName(scene), "needs more memory than there is; close other programs, or split the scene");
     }

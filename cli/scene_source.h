@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/progress.h"
 #include "hosts/assimp/import_notes.h"
@@ -37,9 +38,17 @@ std::string readSceneFile(const std::filesystem::path& file);
 // Whether images that a scene file holds within itself are wanted as files.
 enum class SceneImages { leave, extract };
 
+// What is wanted of a scene besides itself.
+struct SceneOptions {
+    SceneImages images = SceneImages::leave;
+    // Existing folders in which bitmaps are looked for that are not where the scene says; relative ones
+    // against the current folder.
+    std::vector<std::filesystem::path> assetFolders = {};
+};
+
 // Reads the scene. Throws CommandError (kNotRun) or SceneError where it cannot be read; what `progress`
 // throws passes through. Where images are extracted, a request to stop is remembered from the start of the
 // import on (see rememberInterrupts), so that they are removed again.
-SceneSource openScene(const std::filesystem::path& scene, Progress& progress, SceneImages images);
+SceneSource openScene(const std::filesystem::path& scene, Progress& progress, const SceneOptions& options);
 
 }  // namespace velinor

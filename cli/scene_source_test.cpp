@@ -44,7 +44,7 @@ class SceneSourceTest : public testing::Test {
 TEST_F(SceneSourceTest, TheFolderForImagesLivesAsLongAsTheScene) {
     NoProgress progress;
     {
-        const SceneSource source = openScene(write("a.obj", triangle_), progress, SceneImages::extract);
+        const SceneSource source = openScene(write("a.obj", triangle_), progress, {SceneImages::extract});
         ASSERT_TRUE(source.images);
         EXPECT_TRUE(fs::is_directory(source.images->path()));
     }
@@ -53,18 +53,18 @@ TEST_F(SceneSourceTest, TheFolderForImagesLivesAsLongAsTheScene) {
 
 TEST_F(SceneSourceTest, ThereIsNoneForSnapshotsAndWhereImagesAreNotWanted) {
     NoProgress progress;
-    EXPECT_FALSE(openScene(write("a.obj", triangle_), progress, SceneImages::leave).images);
+    EXPECT_FALSE(openScene(write("a.obj", triangle_), progress, {SceneImages::leave}).images);
     const fs::path snapshot =
         write("a.scene.json", R"({"format": "tolvex-scene", "version": 1, "nodes": [], "roots": []})");
-    EXPECT_FALSE(openScene(snapshot, progress, SceneImages::extract).images);
+    EXPECT_FALSE(openScene(snapshot, progress, {SceneImages::extract}).images);
 }
 
 TEST_F(SceneSourceTest, ARefusedOrStoppedImportLeavesNone) {
     NoProgress progress;
-    EXPECT_THROW(openScene(write("a.fbx", "; FBX"), progress, SceneImages::extract), SceneError);
+    EXPECT_THROW(openScene(write("a.fbx", "; FBX"), progress, {SceneImages::extract}), SceneError);
     EXPECT_TRUE(isTemporaryEmpty());
     StoppedProgress stopped;
-    EXPECT_THROW(openScene(write("a.obj", triangle_), stopped, SceneImages::extract), Interrupted);
+    EXPECT_THROW(openScene(write("a.obj", triangle_), stopped, {SceneImages::extract}), Interrupted);
     EXPECT_TRUE(isTemporaryEmpty());
 }
 
@@ -73,7 +73,7 @@ TEST_F(SceneSourceTest, WhereNoneCanBeMadeTheMessageTellsWhatToDo) {
     setenv("TMPDIR", (scene / "none").c_str(), 1);
     NoProgress progress;
     try {
-        openScene(scene, progress, SceneImages::extract);
+        openScene(scene, progress, {SceneImages::extract});
         ADD_FAILURE() << "nothing was thrown";
     } catch (const CommandError& error) {
         EXPECT_EQ(error.status(), kFailed);

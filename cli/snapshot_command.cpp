@@ -63,7 +63,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     }
     ProgressBar progress(progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, SceneImages::extract);
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.assetFolders});
     progress.clear();
     showNotes(source.notes, progress);
 

@@ -142,6 +142,7 @@ class SceneWriter {
             const GMatrix objectToParent = objectToPackage * level.packageToParent;
             const NodeTransform transform = decompose(objectToParent);
             reportTransform(record, transform, objectToParent.IsFinite(), level.isParentFlat);
+            reportLights(record);
             writeNode(record, transform, objectToParent, std::exchange(level.isFirst, false));
             progress.advance(1);
             if (!record.children.empty()) {
@@ -268,8 +269,17 @@ class SceneWriter {
         }
     }
 
+    // What viewers other than the runtime do differently.
+    void reportLights(const SceneNodeRecord& record) {
+        if (record.kind == SceneNodeKind::Light && !std::exchange(isLightDirectionTold_, true))
+            report_.add(MessageId::lightDirection, "index.jsx");
+        if (record.parent != nullptr && record.parent->kind == SceneNodeKind::Light)
+            report_.add(MessageId::nodeBelowLight, toUtf8(record.node->GetName()));
+    }
+
     const ExportSettings& settings_;
     Report& report_;
+    bool isLightDirectionTold_ = false;
     JsxWriter jsx_;
     NodeAttributes attributes_;
     BracedText position_;

@@ -413,5 +413,21 @@ TEST(SceneDescriptor, WritesAChainOfThreeThousandNodes) {
     EXPECT_NE(text.find("\n" + std::string(3000, '\t') + "</node>\n"), std::string::npos);
 }
 
+TEST(SceneDescriptor, TellsOnceWhereLightsShine) {
+    TestScene scene;
+    scene.addLight(u"Sun", {2, {1, 1, 1}, 1});
+    scene.addLight(u"Lamp", {0, {1, 1, 1}, 1});
+    EXPECT_EQ(describe(scene).told, (std::vector<std::string>{"light-direction index.jsx"}));
+}
+
+TEST(SceneDescriptor, TellsWhatHangsBelowLights) {
+    TestScene scene;
+    const auto lamp = scene.addLight(u"Lamp", {0, {1, 1, 1}, 1});
+    const auto shade = scene.addHelper(u"Shade", lamp);
+    scene.addHelper(u"Switch", shade);
+    EXPECT_EQ(describe(scene).told,
+              (std::vector<std::string>{"light-direction index.jsx", "node-below-light Shade"}));
+}
+
 }  // namespace
 }  // namespace velinor

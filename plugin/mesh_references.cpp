@@ -17,6 +17,12 @@ struct Users {
     std::size_t count;
 };
 
+// The name of the mesh's file without its ending. An instance has its master's name by low bytes.
+std::string meshNameOf(const SceneNodeRecord& record) {
+    if (record.isInstanceMaster) return sanitiseName(nodeNameUtf8(*record.node).name);
+    return sanitiseName(toUtf16(record.masterName) ? record.masterName : utf8OfLowBytes(record.masterName));
+}
+
 // The meshes that the tree refers to, by the name in their file's name.
 std::map<std::string, Users> referencedMeshes(const SceneNodeRecord& rootRecord) {
     std::map<std::string, Users> meshes;
@@ -27,9 +33,7 @@ std::map<std::string, Users> referencedMeshes(const SceneNodeRecord& rootRecord)
         for (const SceneNodeRecord& child : record.children)
             pending.push_back(&child);
         if (record.node == nullptr || record.kind != SceneNodeKind::Mesh) continue;
-        const std::string name =
-            record.isInstanceMaster ? nodeNameUtf8(*record.node).name : record.masterName;
-        const auto [users, isNew] = meshes.try_emplace(sanitiseName(name), Users{&record, 0});
+        const auto [users, isNew] = meshes.try_emplace(meshNameOf(record), Users{&record, 0});
         ++users->second.count;
     }
     return meshes;

@@ -1,7 +1,8 @@
 // Every folder beside this file is a golden package: scene.scene.json is exported through the command, with
 // the options of arguments.txt (one a line) where there is one, and must give the files of expected/ byte for
-// byte. why.txt says in one line why the case exists. TOLVEX_REWRITE_EXPECTED=1 in the environment writes
-// what comes out into expected/ instead of comparing; read the difference before you commit it.
+// byte. "{case}" in an option stands for the case's folder. why.txt says in one line why the case exists.
+// TOLVEX_REWRITE_EXPECTED=1 in the environment writes what comes out into expected/ instead of comparing;
+// read the difference before you commit it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -36,6 +37,17 @@ std::vector<std::string> linesOf(const fs::path& file) {
     return lines;
 }
 
+// The options of a case, one a line of its arguments.txt.
+std::vector<std::string> optionsOf(const fs::path& folder) {
+    constexpr std::string_view kCase = "{case}";
+    std::vector<std::string> options = linesOf(folder / "arguments.txt");
+    for (std::string& option : options) {
+        const std::size_t at = option.find(kCase);
+        if (at != std::string::npos) option.replace(at, kCase.size(), folder.string());
+    }
+    return options;
+}
+
 bool isRewriteWanted() {
     const char* value = std::getenv("TOLVEX_REWRITE_EXPECTED");
     return value != nullptr && std::string(value) == "1";
@@ -58,7 +70,7 @@ class PackageTest : public testing::TestWithParam<std::string> {
     Tree exported() {
         const TemporaryFolder target;
         std::vector<std::string> arguments{"export", "--quiet"};
-        const auto options = linesOf(folder / "arguments.txt");
+        const auto options = optionsOf(folder);
         arguments.insert(arguments.end(), options.begin(), options.end());
         arguments.push_back(folder / "scene.scene.json");
         arguments.push_back(target.path() / "package.jsx");
@@ -82,9 +94,12 @@ TEST_P(PackageTest, IsAsExpected) {
 TEST_P(PackageTest, IsTheSameFromCbor) {
     const TemporaryFolder other;
     const fs::path cbor = other.path() / "scene.scene.cbor";
+    for (const auto& file : fs::directory_iterator(folder)) {
+        if (file.is_regular_file()) fs::copy(file, other.path());  // the bitmaps beside the scene
+    }
     ASSERT_EQ(runTolvex({"snapshot", folder / "scene.scene.json", cbor}).status, 0);
     std::vector<std::string> arguments{"export", "--quiet"};
-    const auto options = linesOf(folder / "arguments.txt");
+    const auto options = optionsOf(folder);
     arguments.insert(arguments.end(), options.begin(), options.end());
     arguments.push_back(cbor);
     arguments.push_back(other.path() / "package.jsx");

@@ -239,16 +239,15 @@ std::string textOf(const MeshBounds& bounds) {
     return point(bounds.min) + " to " + point(bounds.max);
 }
 
-void checkBounds(const MeshBinary& mesh, std::vector<std::string>& faults) {
-    if (!mesh.bounds) return faults.push_back("the mesh has no bounds");
-    if (!isFinite(*mesh.bounds) || !std::isfinite(mesh.radius))
-        return faults.push_back("the bounds are not finite");
-    if (!hasFinitePositions(mesh)) return faults.push_back("a position is not finite");
+// Why the stated bounds are wrong; nothing where they are not.
+std::optional<std::string> boundsFault(const MeshBinary& mesh) {
+    if (!mesh.bounds) return "the mesh has no bounds";
+    if (!isFinite(*mesh.bounds) || !std::isfinite(mesh.radius)) return "the bounds are not finite";
+    if (!hasFinitePositions(mesh)) return "a position is not finite";
     const auto actual = boundsOfPositions(mesh);
-    if (actual && *actual != *mesh.bounds) {
-        faults.push_back("the bounds are stated as " + textOf(*mesh.bounds) +
-                         " but the positions reach from " + textOf(*actual));
-    }
+    if (!actual || *actual == *mesh.bounds) return std::nullopt;
+    return "the bounds are stated as " + textOf(*mesh.bounds) + " but the positions reach from " +
+           textOf(*actual);
 }
 
 void checkSubmesh(const MeshBinary& mesh, std::size_t number, std::vector<std::string>& faults) {
@@ -319,7 +318,7 @@ std::vector<std::string> meshFaults(const MeshBinary& mesh) {
     if (mesh.submeshes.empty()) faults.emplace_back("the mesh has no triangles");
     for (std::size_t i = 0; i < mesh.submeshes.size(); ++i)
         checkSubmesh(mesh, i, faults);
-    checkBounds(mesh, faults);
+    if (const auto fault = boundsFault(mesh)) faults.push_back(*fault);
     return faults;
 }
 

@@ -45,17 +45,16 @@ Picture shrink(const Picture& picture, unsigned factor) {
     const std::size_t row = std::size_t{picture.width} * kBytesAPixel;
     const auto meanAt = [&](std::size_t first) {
         unsigned sum = 0;
-        for (unsigned y = 0; y < factor; ++y) {
-            for (unsigned x = 0; x < factor; ++x)
+        for (std::size_t y = 0; y < factor; ++y) {
+            for (std::size_t x = 0; x < factor; ++x)
                 sum += picture.pixels[first + y * row + x * kBytesAPixel];
         }
         return static_cast<std::uint8_t>((sum + factor * factor / 2) / (factor * factor));
     };
-    for (unsigned y = 0; y < small.height; ++y) {
-        for (unsigned x = 0; x < small.width; ++x) {
-            for (unsigned channel = 0; channel < kBytesAPixel; ++channel)
-                small.pixels.push_back(
-                    meanAt(y * factor * row + std::size_t{x} * factor * kBytesAPixel + channel));
+    for (std::size_t y = 0; y < small.height; ++y) {
+        for (std::size_t x = 0; x < small.width; ++x) {
+            for (std::size_t channel = 0; channel < kBytesAPixel; ++channel)
+                small.pixels.push_back(meanAt(y * factor * row + x * factor * kBytesAPixel + channel));
         }
     }
     return small;

@@ -38,7 +38,7 @@ void draw(const RenderOptions& options, const PackageFiles& package, const Tell&
     } catch (const Ogre::Exception& error) {
         // The text is copied while the session lives: it can point into a plug-in that is about to be
         // unloaded.
-        throw PackageError(std::string(error.getDescription().c_str()));
+        throw PackageError(error.getDescription());
     }
 }
 

@@ -32,7 +32,7 @@ RenderSession::RenderSession(const Tell& tell) : log_(tell, [](const std::string
         openWindow(root_);
     } catch (const Ogre::Exception& error) {
         // The text is copied while Root lives: it can point into a plug-in that Root is about to unload.
-        throw DisplayError("OpenGL cannot be used: " + std::string(error.getDescription().c_str()) + kAdvice);
+        throw DisplayError("OpenGL cannot be used: " + error.getDescription() + kAdvice);
     }
 }
 

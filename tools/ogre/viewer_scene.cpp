@@ -146,8 +146,11 @@ class SceneBuilder {
 
     void tellOfMaterials(const std::string& file) const {
         for (const std::string& material : materials_) {
+            if (material == "default") continue;  // of meshes without a material: it never has a script
             if (Ogre::MaterialManager::getSingleton().resourceExists(material, Ogre::RGN_DEFAULT)) continue;
-            tell_("resources/" + file + ": the material " + material + " has no script; clay stands in");
+            std::string text = "resources/" + file;
+            text.append(": the material ").append(material).append(" has no script; clay stands in");
+            tell_(text);
         }
     }
 

@@ -1,0 +1,21 @@
+<root>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'Specified.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "Specified.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'Several.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "Several.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+</root>
+

@@ -1,0 +1,39 @@
+<root>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'All.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "All.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'Pairs.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "Pairs.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'Chain.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "Chain.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+	<node
+		orientation={{ w: -1.000000, x: 0.000000, y: 0.000000, z: 0.000000 }}
+		position={{ x: 0.000000, y: 0.000000, z: 0.000000 }}
+		scale={{ x: 1.000000, y: 1.000000, z: 1.000000 }}>
+		<mesh
+			{...{ url: 'None.mesh' }}
+			physical={{ raycast: true, shapes: [ { shape: "mesh", mass: 1, offset: { x: 0, y: 0, z: 0 }, rotation: { w: 1, x: 0, y: 0, z: 0 }, mesh: "None.mesh_phy.obj" } ] }}>
+		</mesh>
+	</node>
+</root>
+
