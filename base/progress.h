@@ -19,8 +19,8 @@ class Progress {
     virtual void advance(std::uint64_t amount) = 0;
 };
 
-// A part of a phase that is made of many equal steps: spreads its units of the phase evenly over them. Tells of
-// every few thousandth step at least, so that a request to stop is seen in time.
+// A part of a phase that is made of many equal steps: spreads its units of the phase evenly over them. Tells
+// of every few thousandth step at least, so that a request to stop is seen in time.
 class StepProgress {
   public:
     StepProgress(Progress& progress, std::uint64_t units, std::uint64_t steps)

@@ -139,7 +139,7 @@ class LargeMesh {
 
     // The binary mesh, which the converter can turn back.
     fs::path binary() {
-        const fs::path path = file("mesh.mesh");
+        fs::path path = file("mesh.mesh");
         if (!fs::exists(path)) run({converter(), "-q", xml(), path});
         return path;
     }
@@ -170,7 +170,8 @@ void BM_WriteOgreMesh(benchmark::State& state) {
     for (auto _ : state)
         mesh.write();
     if (canMeasure)
-        state.counters["peak_bytes_a_vertex"] = static_cast<double>(peakMemory() - before) / (kTriangles / 2);
+        state.counters["peak_bytes_a_vertex"] =
+            static_cast<double>(peakMemory() - before) / (kTriangles / 2.0);
     state.counters["file_MB"] = static_cast<double>(fs::file_size(mesh.xml())) / 1e6;
 }
 

@@ -19,8 +19,8 @@ class RatioReporter final : public benchmark::ConsoleReporter {
     void printRatios() const;
 
   private:
-    // The shortest time of a benchmark in nanoseconds, of the processor or, for one that is measured so, of the clock;
-    // 0 where it has not run.
+    // The shortest time of a benchmark in nanoseconds, of the processor or, for one that is measured so, of
+    // the clock; 0 where it has not run.
     double fastest(const std::string& name) const;
     void printMeshRatios() const;
     void printRatio(const char* what, const char* target, double numerator, double denominator) const;

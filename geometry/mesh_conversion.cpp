@@ -92,10 +92,9 @@ void makeCollisionMesh(const MeshConversionContext& context, const std::string& 
         if (run) reportOutput(files.collision, *run, context.report);
         return;
     }
-    if (!run) return;  // it was there a moment ago
     addFailureRecord(context.folders.resourcesFolder / "failed_physics.txt", baseName, context.report);
     context.report.add(MessageId::collisionMeshNotMade, narrowPath(files.collision.filename()),
-                       describe(*run));
+                       run ? describe(*run) : "it was there a moment ago");
 }
 
 }  // namespace

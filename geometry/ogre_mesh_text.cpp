@@ -23,13 +23,16 @@ class TextBuffer {
     explicit TextBuffer(TextSink& sink) : sink_(sink), buffer_(kSize) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
-    ~TextBuffer() { flush(); }
+    ~TextBuffer() = default;
 
     // Where to write next, with room for `size` bytes, far fewer than the buffer has.
     char* room(std::size_t size) {
         if (buffer_.size() - used_ < size) flush();
         return buffer_.data() + used_;
     }
+
+    // Passes on what is left. Not a matter of the destructor: a sink may throw.
+    void finish() { flush(); }
 
     // Everything before `end` is written.
     void wroteUpTo(const char* end) { used_ = static_cast<std::size_t>(end - buffer_.data()); }
@@ -103,6 +106,7 @@ class VertexElements final : public BulkChildren {
             }
             text.wroteUpTo(end.write(out));
         }
+        text.finish();
     }
 
   private:
@@ -133,6 +137,7 @@ class FaceElements final : public BulkChildren {
             out = writeDecimal(v3.write(out), indices[2]);
             text.wroteUpTo(end.write(out));
         }
+        text.finish();
     }
 
   private:

@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <random>
+#include <stdexcept>
 #include <utility>
 
 #include "descriptors/element_tree.h"
@@ -458,6 +459,40 @@ TEST(OgreMeshText, NamesSubmeshesByMaterialId) {
                     "\t\t<submeshname index=\"3\" name=\"three\" />\n"
                     "\t\t<submeshname index=\"4\" name=\"\" />\n"
                     "\t\t<submeshname index=\"5\" name=\"unused\" />\n"));
+}
+
+// Throws at one of the pieces of text, as a request to stop does.
+class ThrowingSink final : public TextSink {
+  public:
+    explicit ThrowingSink(int pieces) : left_(pieces) {}
+
+    void write(std::string_view /*text*/) override {
+        if (left_-- == 0) throw std::runtime_error("stop");
+    }
+
+  private:
+    int left_;
+};
+
+TEST(OgreMeshText, LetsTheSinkThrowAtEveryPiece) {
+    SnapshotMesh mesh{.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
+    mesh.faces.assign(5000, {0, 1, 2});
+    const HostMesh host(mesh);
+    NoProgress nobody;
+    StepProgress progress(nobody, 1, 5000);
+    MeshMaterials materials = namesOf({{0, "a"}});
+    const MeshGeometry geometry = weldMesh(host.get(), materials, progress);
+    int pieces = 0;
+    for (bool hasThrown = true; hasThrown; ++pieces) {
+        ThrowingSink sink(pieces);
+        hasThrown = false;
+        try {
+            writeOgreMeshText(geometry, materials, 2, sink);
+        } catch (const std::runtime_error&) {
+            hasThrown = true;
+        }
+    }
+    EXPECT_GT(pieces, 5) << "frame, vertices, and faces in several pieces";
 }
 
 TEST(OgreMeshText, CountsIndicesBeyondSixteenBits) {

@@ -28,8 +28,8 @@ namespace {
 
 constexpr float kExactBeyond = 0.125F;
 constexpr double kCellsPerUnit = 0x1p22;
-// Keeps cell numbers positive, so that conversion to an integer rounds down, and below those of larger numbers.
-// The fraction keeps round numbers, zero above all, off the borders of cells.
+// Keeps cell numbers positive, so that conversion to an integer rounds down, and below those of larger
+// numbers. The fraction keeps round numbers, zero above all, off the borders of cells.
 constexpr double kCellOffset = 0x1p20 + 0.37;
 constexpr double kReach = 1.1 * kWeldTolerance;  // sums are rounded, so a little more than the tolerance
 constexpr std::size_t kDimensions = 6;
@@ -53,7 +53,8 @@ std::uint32_t cellOf(float coordinate) {
 
 __extension__ using Product = unsigned __int128;
 
-// Both halves of the product are needed: coordinates are often whole numbers, whose floats differ in high bits only.
+// Both halves of the product are needed: coordinates are often whole numbers, whose floats differ in high
+// bits only.
 std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
     const Product product = Product{hash ^ value} * kFactor;

@@ -40,7 +40,7 @@ pugi::xml_node append(pugi::xml_node parent, const Element& element) {
 // for.
 std::vector<Bulk> fill(pugi::xml_document& document, const ElementList& elements) {
     std::vector<Bulk> bulks;
-    std::vector<Pending> pending{{&elements, nullptr, document, 0}};
+    std::vector<Pending> pending{{&elements, nullptr, document.root(), 0}};
     while (!pending.empty()) {
         Pending parent = pending.back();
         pending.pop_back();

@@ -8,11 +8,12 @@
 
 namespace velinor {
 
-// An empty folder of its own among the system's temporary ones, for this user alone. It is removed, with all that is in
-// it, at the end of its owner's life; a process that is killed leaves it behind.
+// An empty folder of its own among the system's temporary ones, for this user alone. It is removed, with all
+// that is in it, at the end of its owner's life; a process that is killed leaves it behind.
 class TemporaryFolder {
   public:
-    // Throws std::filesystem::filesystem_error with the operation word "create_directory" where none can be made.
+    // Throws std::filesystem::filesystem_error with the operation word "create_directory" where none can be
+    // made.
     TemporaryFolder() {
         namespace fs = std::filesystem;
         const fs::path parent = fs::absolute(fs::temp_directory_path());

@@ -55,7 +55,6 @@ class SystemToolRunner final : public ToolRunner {
     explicit SystemToolRunner(std::optional<std::filesystem::path> workingFolder = std::nullopt,
                               std::function<void()> whileWaiting = {});
 
-    // Throws std::system_error where the system has no room for another process or pipe.
     ToolRun run(const ToolCommand& command) override;
 
   private:

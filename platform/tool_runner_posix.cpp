@@ -12,8 +12,6 @@
 
 #include "platform/tool_runner.h"
 
-extern char** environ;
-
 namespace velinor {
 namespace {
 
@@ -53,7 +51,7 @@ class SpawnSettings {
         ::posix_spawnattr_init(&attributes_);
         sigset_t signals;
         sigemptyset(&signals);
-        for (const int signal : {SIGPIPE, SIGXFSZ})
+        for (const int signal : {SIGPIPE, SIGXFSZ, SIGCHLD})
             sigaddset(&signals, signal);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
@@ -68,6 +66,7 @@ class SpawnSettings {
     // Returns 0 or an error number.
     int spawn(pid_t& id, const std::vector<std::string>& arguments) const {
         std::vector<char*> pointers;
+        pointers.reserve(arguments.size() + 1);
         for (const std::string& argument : arguments)
             pointers.push_back(
                 const_cast<char*>(argument.c_str()));  // the call's old signature; it changes nothing
@@ -93,22 +92,26 @@ class RunningTool {
         }
     }
 
-    // Its status once it has ended.
+    // Its status once it has ended; as after success where nobody can tell: the system forgets children at
+    // once where this process was started with the signal of their end ignored.
     std::optional<int> status() {
         int status = 0;
-        if (::waitpid(id_, &status, WNOHANG) != id_) return std::nullopt;
+        const pid_t ended = ::waitpid(id_, &status, WNOHANG);
+        if (ended == 0 || (ended < 0 && errno == EINTR)) return std::nullopt;
         id_ = 0;
-        return status;
+        return ended < 0 ? 0 : status;
     }
 
   private:
     pid_t id_;
 };
 
-// Reads what there is to read, without waiting, and keeps the beginning of it.
+// Reads what there is to read, without waiting, and keeps the beginning of it. Stops now and then all the
+// same: some tools print faster than anyone reads.
 void readAvailable(PipeEnd& input, std::string& kept) {
+    constexpr int kReadsAtOnce = 16;
     std::array<char, 4096> buffer{};
-    for (;;) {
+    for (int i = 0; i < kReadsAtOnce; ++i) {
         const ssize_t got = ::read(input.get(), buffer.data(), buffer.size());
         if (got < 0 && errno == EINTR) continue;
         if (got < 0 && errno == EAGAIN) return;
@@ -136,15 +139,14 @@ ToolRun runOf(int status, std::string output) {
 
 ToolRun SystemToolRunner::run(const ToolCommand& command) {
     std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        return {ToolRun::End::notStarted, 0, std::generic_category().message(errno)};
     PipeEnd input(ends[0]);
     PipeEnd output(ends[1]);
     ::fcntl(input.get(), F_SETFL, O_NONBLOCK);
 
     pid_t id = 0;
     const int error = SpawnSettings(output.get(), workingFolder_).spawn(id, command.arguments);
-    if (error == EAGAIN || error == ENOMEM)
-        throw std::system_error(error, std::generic_category(), "posix_spawn");
     if (error != 0) return {ToolRun::End::notStarted, 0, std::generic_category().message(error)};
     RunningTool tool(id);
     output.close();

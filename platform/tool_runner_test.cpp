@@ -104,6 +104,20 @@ TEST_F(ToolRunnerTest, RunsToolsInTheFolderGiven) {
     EXPECT_TRUE(fs::exists(folder / "left-behind"));
 }
 
+TEST_F(ToolRunnerTest, SeesTheEndOfToolsThatTheSystemForgetsAtOnce) {
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    const ToolRun run = this->run("echo fine\n");
+    std::signal(SIGCHLD, before);
+    EXPECT_EQ(run.end, End::exited);
+    EXPECT_EQ(run.output, "fine\n");
+}
+
+TEST_F(ToolRunnerTest, CanBeStoppedWhileAToolPrintsWithoutEnd) {
+    const std::string tool = script("exec yes\n");
+    SystemToolRunner runner(std::nullopt, [] { throw std::runtime_error("enough"); });
+    EXPECT_THROW(runner.run({"", {tool}}), std::runtime_error);
+}
+
 TEST_F(ToolRunnerTest, EndsTheToolWhereWaitingIsBrokenOff) {
     const std::string tool = script("echo $$ > started; exec sleep 60\n");
     int calls = 0;

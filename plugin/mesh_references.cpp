@@ -1,5 +1,7 @@
 #include "plugin/mesh_references.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <map>
 #include <string>
 #include <system_error>
@@ -30,8 +32,10 @@ std::map<std::string, Users> referencedMeshes(const SceneNodeRecord& rootRecord)
     while (!pending.empty()) {
         const SceneNodeRecord& record = *pending.back();
         pending.pop_back();
+        const auto firstChild = static_cast<std::ptrdiff_t>(pending.size());
         for (const SceneNodeRecord& child : record.children)
             pending.push_back(&child);
+        std::reverse(pending.begin() + firstChild, pending.end());
         if (record.node == nullptr || record.kind != SceneNodeKind::Mesh) continue;
         const auto [users, isNew] = meshes.try_emplace(meshNameOf(record), Users{&record, 0});
         ++users->second.count;

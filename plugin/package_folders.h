@@ -23,7 +23,7 @@ PackageFolders packageFoldersFor(const std::filesystem::path& fileName,
                                  const std::filesystem::path& hostExecutable);
 
 // Creates the package's folders. What bears the package's name already is removed if it is a file or an empty
-// folder. Throws std::filesystem::filesystem_error with the operation word "exists", "remove" or
+// folder. Throws std::filesystem::filesystem_error with the operation word "remove" or
 // "create_directory" and the path.
 void createPackageFolders(const PackageFolders& folders);
 
