@@ -46,10 +46,10 @@ const std::vector<LibraryRule>& libraryRules() {
 
 // Headers of operating systems, which only platform may include.
 constexpr std::string_view kSystemHeaders[] = {
-    "arpa/",    "direct.h",   "dirent.h",   "dlfcn.h",   "fcntl.h",   "glob.h",     "io.h",
-    "linux/",   "malloc.h",   "netinet/",   "poll.h",    "process.h", "pthread.h",  "pwd.h",
-    "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "signal.h",  "spawn.h",    "sys/",
-    "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h", "winsock2.h",
+    "arpa/",  "direct.h", "dirent.h",   "dlfcn.h",    "fcntl.h",   "glob.h",    "io.h",
+    "linux/", "malloc.h", "netinet/",   "poll.h",     "process.h", "psapi.h",   "pthread.h",
+    "pwd.h",  "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "signal.h",  "spawn.h",
+    "sys/",   "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h", "winsock2.h",
 };
 
 // Tests, fuzz targets, benchmarks and tools may include what they need; nothing includes them.
