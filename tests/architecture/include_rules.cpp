@@ -44,13 +44,17 @@ const std::vector<LibraryRule>& libraryRules() {
     return rules;
 }
 
-// Headers of operating systems, which only platform may include.
+// Headers of operating systems, which only platform and the files that speak to 3ds Max may include.
 constexpr std::string_view kSystemHeaders[] = {
-    "arpa/",    "direct.h",   "dirent.h",   "dlfcn.h",   "fcntl.h",   "glob.h",     "io.h",
-    "linux/",   "malloc.h",   "netinet/",   "poll.h",    "process.h", "pthread.h",  "pwd.h",
-    "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "signal.h",  "spawn.h",    "sys/",
-    "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h", "winsock2.h",
+    "arpa/",    "commdlg.h",  "direct.h",   "dirent.h",  "dlfcn.h",    "fcntl.h",    "glob.h",    "io.h",
+    "linux/",   "malloc.h",   "netinet/",   "objbase.h", "poll.h",     "process.h",  "pthread.h", "pwd.h",
+    "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "shobjidl.h", "signal.h",   "spawn.h",   "sys/",
+    "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h",  "winsock2.h",
 };
+
+bool maySpeakToTheSystem(const std::string& path, const std::string& part) {
+    return part == "platform" || (part == "plugin" && path.find("_max") != std::string::npos);
+}
 
 // Tests, fuzz targets, benchmarks and tools may include what they need; nothing includes them.
 bool isFree(std::string_view path) {
@@ -109,8 +113,8 @@ std::string faultOfForeign(const std::string& path, const std::string& from, con
         return prefix.ends_with('/') ? header.starts_with(prefix) : header == prefix;
     };
     const std::string fault = from + " may not include <" + header + ">; ";
-    if (from != "platform" && std::ranges::any_of(kSystemHeaders, isNamedBy))
-        return fault + "only platform may";
+    if (!maySpeakToTheSystem(path, from) && std::ranges::any_of(kSystemHeaders, isNamedBy))
+        return fault + "only platform and plugin/*_max may";
     for (const LibraryRule& rule : libraryRules()) {
         if (!isNamedBy(rule.prefix)) continue;
         const auto isUser = [&](std::string_view user) { return user == from || user == path; };

@@ -112,7 +112,12 @@ TEST(IncludeRules, FindWhatBreaksThem) {
                   {"plugin/a.cpp:1: plugin may not include <assimp/scene.h>; only hosts/assimp may"}},
              Case{"cli/a.cpp",
                   "#include <unistd.h>\n",
-                  {"cli/a.cpp:1: cli may not include <unistd.h>; only platform may"}},
+                  {"cli/a.cpp:1: cli may not include <unistd.h>; only platform and plugin/*_max may"}},
+             Case{"plugin/window_max.cpp", "#include <windows.h>\n", {}},
+             Case{"plugin/window.cpp",
+                  "#include <windows.h>\n",
+                  {"plugin/window.cpp:1: plugin may not include <windows.h>; only platform and plugin/*_max "
+                   "may"}},
              Case{"platform/a_posix.cpp", "#include <unistd.h>\n#include <sys/wait.h>\n", {}},
              Case{"scene/a.cpp", "#include <signalling.h>\n#include <csignal>\n", {}},
              Case{"host/gmatrix.cpp", "#include <Eigen/Dense>\n", {}},
