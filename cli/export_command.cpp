@@ -49,9 +49,9 @@ class CommandLineDialog final : public OptionsDialog {
 };
 
 std::u16string hostText(const fs::path& path) {
-    const auto text = toUtf16(narrowPath(path));
+    const auto text = toUtf16(utf8Path(path));
     if (text) return *text;
-    throw CommandError(kNotRun, narrowPath(path) + ": is not valid UTF-8; rename the folder");
+    throw CommandError(kNotRun, utf8Path(path) + ": is not valid UTF-8; rename the folder");
 }
 
 bool liesIn(const fs::path& file, const fs::path& folder) {
@@ -62,9 +62,9 @@ bool liesIn(const fs::path& file, const fs::path& folder) {
 // Replacing a package must not take away the scene that it is made of.
 void requireSceneOutside(const ExportArguments& arguments, const fs::path& package) {
     if (!arguments.overwrite || arguments.scene == "-" || !liesIn(arguments.scene, package)) return;
-    throw CommandError(kNotRun, narrowPath(arguments.scene) +
-                                    ": lies in the package that --overwrite replaces, " +
-                                    narrowPath(package) + "; move it elsewhere first");
+    throw CommandError(kNotRun, utf8Path(arguments.scene) +
+                                    ": lies in the package that --overwrite replaces, " + utf8Path(package) +
+                                    "; move it elsewhere first");
 }
 
 // A file of the package that could not be written makes the whole package worthless.
@@ -92,7 +92,7 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
     if (arguments.json) {
         writeReportJson(summary, output);
     } else if (arguments.quiet) {
-        output.write(printable(narrowPath(summary.package)) + "\n");
+        output.write(printable(utf8Path(summary.package)) + "\n");
     } else {
         writeReportText(summary, output);
     }

@@ -42,8 +42,8 @@ std::string adviceFor(const std::string& operation, const fs::filesystem_error& 
 // "FILE: ", for a copy "SOURCE to TARGET: "; empty where the error has no file.
 std::string filesOf(const fs::filesystem_error& error) {
     if (error.path1().empty()) return {};
-    const std::string second = error.path2().empty() ? std::string() : " to " + narrowPath(error.path2());
-    return narrowPath(error.path1()) + second + ": ";
+    const std::string second = error.path2().empty() ? std::string() : " to " + utf8Path(error.path2());
+    return utf8Path(error.path1()) + second + ": ";
 }
 
 std::string fileSystemText(const fs::filesystem_error& error) {

@@ -32,7 +32,7 @@ bool holdsCollisionMeshes(const fs::path& resources) {
     std::error_code error;
     for (fs::directory_iterator entry(resources, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
-        const std::string name = narrowPath(entry->path().filename());
+        const std::string name = utf8Path(entry->path().filename());
         if (name.ends_with(".mesh_phy.obj") || name == "failed_physics.txt") return true;
     }
     return false;
@@ -156,7 +156,7 @@ void ResourceCheck::readScripts() {
          entry.increment(error)) {
         std::error_code ignored;
         if (entry->path().extension() == ".material" && entry->is_regular_file(ignored)) {
-            files.push_back(narrowPath(entry->path().filename()));
+            files.push_back(utf8Path(entry->path().filename()));
         }
     }
     std::ranges::sort(files);

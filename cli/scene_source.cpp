@@ -62,7 +62,7 @@ std::string readableEndings() {
 void requireFile(const fs::path& file) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
-    const std::string name = narrowPath(file);
+    const std::string name = utf8Path(file);
     if (status.type() == fs::file_type::not_found) refuse(name, "does not exist; check the path");
     if (fs::is_directory(status)) refuse(name, "is a folder; name a scene file in it");
     if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
@@ -93,13 +93,13 @@ void requireFolders(const std::vector<fs::path>& folders) {
     for (const fs::path& folder : folders) {
         std::error_code error;
         if (!fs::is_directory(folder, error))
-            refuse(narrowPath(folder), "is no folder; name an existing one for --asset-folder");
+            refuse(utf8Path(folder), "is no folder; name an existing one for --asset-folder");
     }
 }
 
 // The folder's path as a scene holds it.
 std::u16string hostPath(const fs::path& folder) {
-    const std::string path = narrowPath(fs::absolute(folder));
+    const std::string path = utf8Path(fs::absolute(folder));
     const auto text = toUtf16(path);
     if (!text) refuse(path, "is not valid UTF-8; rename the folder");
     return *text;
@@ -108,11 +108,11 @@ std::u16string hostPath(const fs::path& folder) {
 SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOptions& wanted) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
-        return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}, {}};
+        return {readSnapshot(readSceneFile(scene), *encoding, utf8Path(scene)), folderOf(scene), {}, {}};
     }
     requireFile(scene);
     if (!canReadWithAssimp(scene)) {
-        refuse(narrowPath(scene), "files of this ending cannot be read; these can: " + readableEndings());
+        refuse(utf8Path(scene), "files of this ending cannot be read; these can: " + readableEndings());
     }
     SceneSource source;
     source.folder = folderOf(scene);
@@ -130,11 +130,11 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
 }  // namespace
 
 std::string sceneName(const fs::path& scene) {
-    return scene == "-" ? "standard input" : narrowPath(scene);
+    return scene == "-" ? "standard input" : utf8Path(scene);
 }
 
 std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
-    const std::string name = narrowPath(file.filename());
+    const std::string name = utf8Path(file.filename());
     if (endsWith(name, ".json")) return SnapshotEncoding::json;
     if (endsWith(name, ".cbor")) return SnapshotEncoding::cbor;
     return std::nullopt;
@@ -142,7 +142,7 @@ std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
 
 std::string readSceneFile(const fs::path& file) {
     requireFile(file);
-    const std::string name = narrowPath(file);
+    const std::string name = utf8Path(file);
     const std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(name.c_str(), "rb"));
     if (!stream) {
         refuse(name, "cannot be read: " + std::generic_category().message(errno) + "; check its permissions");

@@ -19,13 +19,13 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void fail(const char* operation, const fs::path& path, const std::string& reason) {
-    throw CommandError(kFailed, std::string(operation) + ": " + narrowPath(path) + ": " + reason +
+    throw CommandError(kFailed, std::string(operation) + ": " + utf8Path(path) + ": " + reason +
                                     "; check free space and permissions of its folder");
 }
 
 // The reason why `bytes` are not all in the file `path`; empty where they are.
 std::string writeBytes(const fs::path& path, const std::string& bytes) {
-    std::FILE* file = std::fopen(narrowPath(path).c_str(), "wb");
+    std::FILE* file = std::fopen(utf8Path(path).c_str(), "wb");
     if (file == nullptr) return std::generic_category().message(errno);
     int error = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() ? 0 : errno;
     if (std::fclose(file) != 0 && error == 0) error = errno;
@@ -58,7 +58,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     const auto encoding = snapshotEncodingByEnding(arguments.out);
     if (!encoding) {
         throw CommandError(kNotRun,
-                           narrowPath(arguments.out) +
+                           utf8Path(arguments.out) +
                                ": the ending does not say how to write it; use .scene.json or .scene.cbor");
     }
     ProgressBar progress(progressStyleOfStandardError());
@@ -73,7 +73,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     images.keep();
 
     StandardOutput output;
-    output.write(printable(narrowPath(arguments.out)) + "\n");
+    output.write(printable(utf8Path(arguments.out)) + "\n");
     output.finish();
     return kDone;
 }

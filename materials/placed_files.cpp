@@ -1,6 +1,6 @@
 #include "materials/placed_files.h"
 
-#include "base/text.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {

@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::u16string textOfPath(const fs::path& path) {
-    return toUtf16Lossy(narrowPath(path));
+    return toUtf16Lossy(utf8Path(path));
 }
 
 std::string shown(std::u16string_view name) {
@@ -27,10 +27,10 @@ std::string shownFolders(const TextureFiles& files) {
     for (const fs::path& folder : files.searched()) {
         if (folder == scene) continue;
         const bool isInScene = folder.parent_path() == scene;
-        const std::string text = printable(narrowPath(isInScene ? folder.filename() : folder));
+        const std::string text = printable(utf8Path(isInScene ? folder.filename() : folder));
         (isInScene ? inScene : others) += (isInScene && inScene.empty() ? "" : ", ") + text;
     }
-    return printable(narrowPath(scene)) + ", its folders " + inScene + others;
+    return printable(utf8Path(scene)) + ", its folders " + inScene + others;
 }
 
 // A larger file is no texture, and would take the memory of the scene.
@@ -112,7 +112,7 @@ BitmapTable::Image BitmapTable::look(std::string_view reference) const {
         return image;
     }
     image.file = files_.find(image.name);
-    image.key = image.file ? narrowPath(*image.file) : std::string(reference);
+    image.key = image.file ? utf8Path(*image.file) : std::string(reference);
     return image;
 }
 

@@ -34,7 +34,7 @@ std::string fileStem(std::u16string_view wished) {
 }
 
 [[noreturn]] void refuse(const fs::path& file) {
-    throw SceneError(printable(narrowPath(file)) +
+    throw SceneError(printable(utf8Path(file)) +
                      ": the image cannot be written: " + std::generic_category().message(errno) +
                      "; free space there, or choose another folder for temporary files");
 }
@@ -69,7 +69,7 @@ fs::path ImageFolder::unusedFile(std::u16string_view wished, std::string_view en
 }
 
 void ImageFolder::write(const fs::path& file, std::string_view bytes) {
-    std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(narrowPath(file).c_str(), "wbx"));
+    std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(utf8Path(file).c_str(), "wbx"));
     if (!stream || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) refuse(file);
     if (std::fclose(stream.release()) != 0) refuse(file);
 }

@@ -49,10 +49,10 @@ const std::vector<LibraryRule>& libraryRules() {
 
 // Headers of operating systems, which only platform and the files that speak to 3ds Max may include.
 constexpr std::string_view kSystemHeaders[] = {
-    "arpa/",    "commdlg.h",  "direct.h",   "dirent.h",  "dlfcn.h",    "fcntl.h",    "glob.h",    "io.h",
-    "linux/",   "malloc.h",   "netinet/",   "objbase.h", "poll.h",     "process.h",  "pthread.h", "pwd.h",
-    "sched.h",  "shellapi.h", "shlobj.h",   "shlwapi.h", "shobjidl.h", "signal.h",   "spawn.h",   "sys/",
-    "syslog.h", "termios.h",  "ucontext.h", "unistd.h",  "windows.h",  "winsock2.h",
+    "arpa/",  "commdlg.h", "direct.h",   "dirent.h",   "dlfcn.h",   "fcntl.h",    "glob.h",     "io.h",
+    "linux/", "malloc.h",  "netinet/",   "objbase.h",  "poll.h",    "process.h",  "psapi.h",    "pthread.h",
+    "pwd.h",  "sched.h",   "shellapi.h", "shlobj.h",   "shlwapi.h", "shobjidl.h", "signal.h",   "spawn.h",
+    "sys/",   "syslog.h",  "termios.h",  "ucontext.h", "unistd.h",  "windows.h",  "winsock2.h",
 };
 
 bool maySpeakToTheSystem(std::string_view part) {
