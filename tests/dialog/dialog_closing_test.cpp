@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -13,6 +12,7 @@
 
 #include "plugin/options_window_max.h"
 #include "tests/dialog/dialog_driver.h"
+#include "tests/dialog/temporary_maps.h"
 
 namespace velinor {
 namespace {
@@ -166,31 +166,8 @@ TEST(DialogClosing, OkReadsDisabledFieldsToo) {
     EXPECT_EQ(settings.fallbackQuality, 1);
 }
 
-// A folder on the real disk, removed at the end.
-class MapFolder {
-  public:
-    MapFolder() : folder_(fs::temp_directory_path() / "options dialog maps") {
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-    }
-    MapFolder(const MapFolder&) = delete;
-    MapFolder& operator=(const MapFolder&) = delete;
-    ~MapFolder() {
-        std::error_code error;
-        fs::remove_all(folder_, error);
-    }
-    fs::path add(const wchar_t* name) const {
-        std::ofstream(folder_ / name) << "map";
-        return folder_ / name;
-    }
-    const fs::path& path() const { return folder_; }
-
-  private:
-    fs::path folder_;
-};
-
 TEST(DialogClosing, OkReplacesMapsThatAreNotOnTheDisk) {
-    const MapFolder maps;
+    const TemporaryMaps maps;
     const fs::path sky = maps.add(L"sky.dds");
     const fs::path room = maps.add(L"room 1.dds");
     const fs::path accent = maps.add(L"\u00e9.dds");
