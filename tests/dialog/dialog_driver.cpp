@@ -87,7 +87,13 @@ DrivenDialog::DrivenDialog(ExportSettings& settings, OpeningOptions options)
 
 DrivenDialog::~DrivenDialog() {
     if (!thread_.joinable()) return;
-    if (window_ != nullptr) PostMessageW(window_, WM_COMMAND, IDCANCEL, 0);
+    // A failed test may leave further windows open over the dialog.
+    waitUntil([this] {
+        for (HWND dialog : dialogsOf(windowThread_)) {
+            if (IsWindowEnabled(dialog) != FALSE) PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        }
+        return resultComing_.wait_for(50ms) == std::future_status::ready;
+    });
     awaitEnd();
 }
 
