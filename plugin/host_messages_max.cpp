@@ -27,7 +27,7 @@ void logReport(const Report& report) {
     ::LogSys* log = core == nullptr ? nullptr : core->Log();
     if (log == nullptr) return;
     for (const WrittenFile& file : report.written())
-        logLine(*log, SYSLOG_INFO, narrowPath(file.path) + ": " + std::to_string(file.bytes) + " bytes");
+        logLine(*log, SYSLOG_INFO, utf8Path(file.path) + ": " + std::to_string(file.bytes) + " bytes");
     for (const ReportEntry& entry : report.entries())
         logLine(*log, logTypeOf(message(entry.id).severity), reportLine(entry));
 }

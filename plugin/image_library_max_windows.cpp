@@ -4,9 +4,8 @@
 
 #include <windows.h>
 
-#include <system_error>
-
 #include "base/text.h"
+#include "platform/system_message.h"
 
 namespace velinor {
 
@@ -14,8 +13,8 @@ std::optional<std::string> imageLibraryFault(const std::filesystem::path& plugIn
     const std::filesystem::path file = plugInFile.parent_path() / "tolvex" / "libvips-42.dll";
     // With its own folder searched for the libraries that it needs itself.
     if (LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH) != nullptr) return std::nullopt;
-    const auto error = static_cast<int>(GetLastError());
-    return narrowPath(file) + ": " + std::system_category().message(error);
+    const DWORD error = GetLastError();
+    return utf8Path(file) + ": " + systemMessage(error);
 }
 
 }  // namespace velinor

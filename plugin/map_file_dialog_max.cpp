@@ -27,6 +27,8 @@ class ComScope {
     ~ComScope() {
         if (SUCCEEDED(result_)) CoUninitialize();
     }
+    // Whether objects with windows run on this thread: on one of the multithreaded form they would not.
+    bool isApartment() const { return SUCCEEDED(result_); }
 
   private:
     HRESULT result_;
@@ -80,6 +82,7 @@ std::optional<std::u16string> chosenPath(IFileOpenDialog& dialog) {
 
 Answer askThroughShell(HWND owner) {
     const ComScope com;
+    if (!com.isApartment()) return {};
     IFileOpenDialog* made = nullptr;
     if (FAILED(CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made))))
         return {};
