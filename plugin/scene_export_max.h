@@ -28,8 +28,8 @@ class MaxSceneExport final : public ::SceneExport {
     unsigned int Version() override;
     void ShowAbout(HWND owner) override;
 
-    // Exports, and tells the user what is amiss unless prompts are suppressed. Always 1. File-system errors and
-    // whatever the host itself has thrown go on to the host; every other failure is told and ends here.
+    // Exports, and tells the user what is amiss unless prompts are suppressed. Always 1. File-system errors
+    // and whatever the host itself has thrown go on to the host; every other failure is told and ends here.
     int DoExport(const MCHAR* name, ::ExpInterface* ei, ::Interface* i, BOOL suppressPrompts,
                  DWORD options) override;
 

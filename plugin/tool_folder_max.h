@@ -10,8 +10,8 @@
 
 namespace velinor {
 
-// Runs tools in a folder of their own, since they leave logs where they run; the host's current folder is none
-// of their business. The folder is there from the first tool until `remove`.
+// Runs tools in a folder of their own, since they leave logs where they run; the host's current folder is
+// none of their business. The folder is there from the first tool until `remove`.
 class ToolFolder final : public ToolRunner {
   public:
     explicit ToolFolder(std::function<void()> whileWaiting) : whileWaiting_(std::move(whileWaiting)) {}

@@ -42,9 +42,7 @@ std::vector<host::Face> readFaces(const ::Mesh& mesh, std::size_t vertexCount) {
 
 }  // namespace
 
-MaxMesh::MaxMesh(::Mesh& mesh)
-    : mesh_(mesh),
-      verts_(readPoints(mesh.verts, mesh.getNumVerts())) {
+MaxMesh::MaxMesh(::Mesh& mesh) : mesh_(mesh), verts_(readPoints(mesh.verts, mesh.getNumVerts())) {
     faces_ = readFaces(mesh, verts_.size());
 }
 
@@ -62,8 +60,7 @@ MaxMesh::VertexNormals MaxMesh::readNormals(int vertex) {
     if (source == nullptr) return {};
     VertexNormals read{static_cast<std::uint32_t>(source->rFlags), normals_.size(), 0};
     const auto add = [&](::RNormal& normal) {
-        normals_.push_back(
-            {hostPoint(normal.getNormal()), static_cast<std::uint32_t>(normal.getSmGroup())});
+        normals_.push_back({hostPoint(normal.getNormal()), static_cast<std::uint32_t>(normal.getSmGroup())});
         ++read.count;
     };
     const std::uint32_t count = read.flags & max::kNormalCountMask;

@@ -10,8 +10,8 @@
 
 namespace velinor {
 
-// A mesh in the exporter's layout. The faces and positions are copies, in which an index of a vertex that does
-// not exist is 0: damaged scenes have such. The SDK's mesh outlives this one.
+// A mesh in the exporter's layout. The faces and positions are copies, in which an index of a vertex that
+// does not exist is 0: damaged scenes have such. The SDK's mesh outlives this one.
 class MaxMesh final : public host::Mesh {
   public:
     explicit MaxMesh(::Mesh& mesh);

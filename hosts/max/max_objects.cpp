@@ -121,7 +121,8 @@ host::LightState MaxObject::EvalLightState(host::TimeValue t) const {
     ::Interval valid(std::numeric_limits<::TimeValue>::min(), std::numeric_limits<::TimeValue>::max());
     ::LightState state{};
     light->EvalLightState(t, valid, &state);
-    return {static_cast<std::int32_t>(state.type), {state.color.r, state.color.g, state.color.b}, state.intens};
+    return {
+        static_cast<std::int32_t>(state.type), {state.color.r, state.color.g, state.color.b}, state.intens};
 }
 
 std::unique_ptr<host::IGameObject> makeMaxGameObject(::IGameObject& object, ::INode* node,

@@ -3,7 +3,8 @@
 #pragma once
 
 #if defined(TOLVEX_REAL_MAX_SDK)
-// clang-format off: the SDK's order
+// The order is that of the SDK's own samples: its headers need each other.
+// clang-format off
 #include <maxapi.h>
 #include <plugapi.h>
 #include <iparamb2.h>

@@ -196,10 +196,10 @@ TEST_F(MaxHostTest, SurvivesNullsInPlaceOfNodesAndObjects) {
         bool SdkOddities::*oddity;
         std::size_t meshes;
     };
-    for (const Case& c : {Case{"nodes", &SdkOddities::hasNullNodes, 0},
-                          Case{"host nodes", &SdkOddities::hasNullMaxNodes, 1},
-                          Case{"host objects", &SdkOddities::hasNullMaxObjects, 1},
-                          Case{"texts", &SdkOddities::hasNullTexts, 1}}) {
+    for (const Case& c :
+         {Case{"nodes", &SdkOddities::hasNullNodes, 0}, Case{"host nodes", &SdkOddities::hasNullMaxNodes, 1},
+          Case{"host objects", &SdkOddities::hasNullMaxObjects, 1},
+          Case{"texts", &SdkOddities::hasNullTexts, 1}}) {
         stage().sdkScene.oddities = {};
         stage().sdkScene.oddities.*c.oddity = true;
         MaxHost host;
@@ -207,9 +207,8 @@ TEST_F(MaxHostTest, SurvivesNullsInPlaceOfNodesAndObjects) {
         Report report;
         NoProgress progress;
         CollectedScene collected;
-        collectScene(
-            {*host.GetInstanceMgr(), ExportSettings(), NamePatterns(), collected, report, progress},
-            *host.GetIGameInterface());
+        collectScene({*host.GetInstanceMgr(), ExportSettings(), NamePatterns(), collected, report, progress},
+                     *host.GetIGameInterface());
         EXPECT_EQ(collected.meshNodes.size(), c.meshes) << c.name;
         EXPECT_FALSE(sceneText(host).empty()) << c.name;
     }

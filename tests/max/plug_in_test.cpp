@@ -103,8 +103,8 @@ Tree withLineFeeds(Tree tree) {
     return tree;
 }
 
-// The golden packages are those of a dialog that was confirmed. It names the sky that is shipped where the user
-// has chosen none; without it none is named, and none copied.
+// The golden packages are those of a dialog that was confirmed. It names the sky that is shipped where the
+// user has chosen none; without it none is named, and none copied.
 Tree asWithoutDialog(Tree package) {
     const std::string named = "cubic_texture default.dds";
     for (auto& [file, content] : package) {
@@ -126,9 +126,8 @@ TEST_P(PlugInExport, IsTheGoldenPackage) {
     ASSERT_NE(exporter, nullptr);
     const SdkString name = textOfPath(target.path() / "package.jsx");
     EXPECT_EQ(exporter->DoExport(name.c_str(), nullptr, nullptr, 1, 0), 1);
-    const auto difference =
-        firstDifference(asWithoutDialog(readTree(caseFolder(GetParam()) / "expected")),
-                        withLineFeeds(readTree(target.path() / "package")));
+    const auto difference = firstDifference(asWithoutDialog(readTree(caseFolder(GetParam()) / "expected")),
+                                            withLineFeeds(readTree(target.path() / "package")));
     EXPECT_EQ(difference, std::nullopt) << *difference;
     EXPECT_TRUE(stage.messages.empty());
     EXPECT_EQ(stage.sdkScene.treatment.heldObjects, 0);
@@ -233,7 +232,8 @@ TEST_F(PlugInExportTest, LetsFileSystemErrorsReachTheHost) {
     fs::create_directories(package_ / "occupied");
     EXPECT_THROW(exportScene(), fs::filesystem_error);
     EXPECT_FALSE(stage_->stageCore.isBarShown);
-    EXPECT_NE(log().find("1 Velinor scene exporter: tolvex: the export broke off"), std::string::npos) << log();
+    EXPECT_NE(log().find("1 Velinor scene exporter: tolvex: the export broke off"), std::string::npos)
+        << log();
     fs::remove(package_ / "occupied");
     EXPECT_EQ(exportScene(), 1);
 }

@@ -22,7 +22,10 @@ std::set<host::IGameMaterial*> withSubMaterials(const std::set<host::IGameMateri
 }  // namespace
 
 SdkTexmap::SdkTexmap(host::Texmap& map, SdkMaterials& owner)
-    : map_(map), owner_(owner), className_(maxString(map.GetClassName())), mapName_(maxString(map.GetMapName())) {}
+    : map_(map),
+      owner_(owner),
+      className_(maxString(map.GetClassName())),
+      mapName_(maxString(map.GetMapName())) {}
 
 Class_ID SdkTexmap::ClassID() {
     return mapName_.empty() ? Class_ID(0x1234, 0) : Class_ID(BMTEX_CLASS_ID, 0);

@@ -15,14 +15,14 @@ namespace velinor {
 
 // Answers that a host may give and should not.
 struct SdkOddities {
-    bool isNotEnumerated = false;      // InitialiseIGame fails
-    bool hasNullNodes = false;         // every node of the scene interface is null
-    bool hasNullMaxNodes = false;      // the scene interface has nodes, the host has none for them
-    bool hasNullMaxObjects = false;    // the scene interface has objects, the host has none for them
-    bool hasNullTexts = false;         // nodes have no names
+    bool isNotEnumerated = false;    // InitialiseIGame fails
+    bool hasNullNodes = false;       // every node of the scene interface is null
+    bool hasNullMaxNodes = false;    // the scene interface has nodes, the host has none for them
+    bool hasNullMaxObjects = false;  // the scene interface has objects, the host has none for them
+    bool hasNullTexts = false;       // nodes have no names
     bool hasEmptyInstanceList = false;
-    bool convertsMeshes = false;       // no mesh is its own triangle object
-    bool hidesLights = false;          // the object of a light is none; its node's evaluation is
+    bool convertsMeshes = false;  // no mesh is its own triangle object
+    bool hidesLights = false;     // the object of a light is none; its node's evaluation is
 };
 
 // What was asked of the scene.
