@@ -24,13 +24,24 @@ tolvex_headers(nlohmann_json::nlohmann_json nlohmann)
 tolvex_headers(CLI11::CLI11 CLI)
 tolvex_headers(utf8cpp utf8cpp/utf8 utf8cpp/utf8.h)
 
-set(TOLVEX_WINDOWS_LIBRARIES "" CACHE PATH "The folder that scripts/windows-dependencies has filled")
+set(TOLVEX_WINDOWS_LIBRARIES "" CACHE PATH "The folder that scripts/windows-dependencies has filled; empty: finds it")
+set(TOLVEX_WINDOWS_FOLDER ${TOLVEX_WINDOWS_LIBRARIES})
+if(NOT TOLVEX_WINDOWS_FOLDER)
+    execute_process(
+        COMMAND ${PROJECT_SOURCE_DIR}/scripts/windows-dependencies --folder
+        OUTPUT_VARIABLE TOLVEX_WINDOWS_FOLDER OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+if(NOT EXISTS ${TOLVEX_WINDOWS_FOLDER}/complete)
+    message(WARNING
+        "The libraries for Windows are not in ${TOLVEX_WINDOWS_FOLDER}; scripts/windows-dependencies builds them. "
+        "Without them, targets that use them do not build.")
+endif()
 
 # tolvex_windows_library(TARGET FOLDER FILE...)
 # Declares the static library TARGET, whose FILEs lie in FOLDER/lib below the libraries' folder and its headers in
 # FOLDER/include. The first FILE uses those after it.
 function(tolvex_windows_library target folder)
-    set(folder ${TOLVEX_WINDOWS_LIBRARIES}/${folder})
+    set(folder ${TOLVEX_WINDOWS_FOLDER}/${folder})
     list(TRANSFORM ARGN PREPEND ${folder}/lib/ OUTPUT_VARIABLE files)
     list(POP_FRONT files first)
     add_library(${target} STATIC IMPORTED GLOBAL)
@@ -43,15 +54,21 @@ endfunction()
 
 tolvex_windows_library(pugixml::pugixml pugixml libpugixml.a)
 tolvex_windows_library(EXPAT::EXPAT expat libexpat.a)
+target_compile_definitions(EXPAT::EXPAT INTERFACE XML_STATIC)
 tolvex_windows_library(PkgConfig::re2 re2 libre2.a)
 tolvex_windows_library(PkgConfig::libcbor libcbor libcbor.a)
 tolvex_windows_library(meshoptimizer::meshoptimizer meshoptimizer libmeshoptimizer.a)
-tolvex_windows_library(PkgConfig::bullet bullet libBulletCollision.a libLinearMath.a)
+tolvex_windows_library(PkgConfig::bullet bullet libLinearMath.a)
+tolvex_windows_library(assimp::assimp assimp libassimp.a libdraco.a libminizip.a)
+target_link_libraries(assimp::assimp INTERFACE pugixml::pugixml z)
+# libvips is loaded when it is first used, so that the plug-in can load it from its own folder before. Programs find it beside
+# themselves.
 tolvex_windows_library(PkgConfig::vips vips libvips-delay.a)
-tolvex_windows_library(assimp::assimp assimp libassimp.a)
-set(TOLVEX_HACD ${TOLVEX_WINDOWS_LIBRARIES}/hacd/lib/libHACD.a)
-set(TOLVEX_HACD_HEADERS ${TOLVEX_WINDOWS_LIBRARIES}/hacd/include)
-set(TOLVEX_OGRE_XML_CONVERTER ${TOLVEX_WINDOWS_LIBRARIES}/ogre/bin/OgreXMLConverter.exe)
+target_link_libraries(PkgConfig::vips INTERFACE delayimp)
+set(TOLVEX_VIPS_LIBRARY ${TOLVEX_WINDOWS_FOLDER}/vips/bin/libvips-42.dll)
+set(TOLVEX_HACD ${TOLVEX_WINDOWS_FOLDER}/hacd/lib/libHACD.a)
+set(TOLVEX_HACD_HEADERS ${TOLVEX_WINDOWS_FOLDER}/hacd/include)
+set(TOLVEX_OGRE_XML_CONVERTER ${TOLVEX_WINDOWS_FOLDER}/ogre/bin/OgreXMLConverter.exe)
 
 if(TOLVEX_TESTS)
     # The package of GoogleTest's sources has no version file; its series is that of the Linux build.
