@@ -4,7 +4,6 @@
 #include "hosts/max/max_sdk.h"
 
 #include <string>
-#include <type_traits>
 
 #include "host/geometry.h"
 #include "host/gmatrix.h"
@@ -16,11 +15,7 @@ static_assert(sizeof(MCHAR) == sizeof(char16_t), "the SDK's texts are UTF-16");
 
 // A view of a text of the SDK, which lives as long as that; empty for null.
 inline host::HostText hostText(const MCHAR* text) {
-    if constexpr (std::is_same_v<MCHAR, char16_t>) {
-        return text == nullptr ? host::HostText() : host::HostText(text);
-    } else {
-        return text == nullptr ? host::HostText() : host::HostText(reinterpret_cast<const char16_t*>(text));
-    }
+    return text == nullptr ? host::HostText() : host::HostText(reinterpret_cast<const char16_t*>(text));
 }
 
 // The exporter's text as the SDK takes it: `text` ends with a zero unit and keeps its owner.
