@@ -23,7 +23,7 @@ bool isOnDisk(const std::filesystem::path& path) {
 // Moves `dialog` over the middle of its owner, or of the screen where no owner is to be seen, and keeps it
 // clear of the task bar.
 void centre(HWND dialog) {
-    const HWND owner = GetWindow(dialog, GW_OWNER);
+    HWND owner = GetWindow(dialog, GW_OWNER);
     const bool isOverOwner = owner != nullptr && IsWindowVisible(owner) != FALSE && IsIconic(owner) == FALSE;
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;

@@ -89,7 +89,7 @@ class DialogBrowse : public testing::Test {
     // Presses the button and waits until its file dialog can be used.
     HWND browse(const DrivenDialog& dialog, ControlId button) {
         dialog.postClick(button);
-        HWND const files = dialog.awaitOwnedDialog(dialog.window());
+        HWND files = dialog.awaitOwnedDialog(dialog.window());
         EXPECT_TRUE(waitUntil([&] { return nameField(files) != nullptr; }));
         EXPECT_TRUE(waitUntil([&] { return !filtersOf(files).empty(); }));
         return files;
@@ -97,7 +97,7 @@ class DialogBrowse : public testing::Test {
 
     // The field for the file's name, which has another number in the older dialog.
     static HWND nameField(HWND files) {
-        HWND const combined = GetDlgItem(files, cmb13);
+        HWND combined = GetDlgItem(files, cmb13);
         return combined != nullptr ? combined : GetDlgItem(files, edt1);
     }
 
@@ -141,7 +141,7 @@ class DialogBrowse : public testing::Test {
         DrivenDialog dialog(settings);
         dialog.setText(c.edit, L"before");
         dialog.setText(c.otherEdit, L"other");
-        HWND const files = browse(dialog, c.button);
+        HWND files = browse(dialog, c.button);
         enterName(files, name);
         awaitClosed(dialog, files);
         EXPECT_TRUE(waitUntil([&] { return dialog.text(c.edit) != L"before"; }));
@@ -179,7 +179,7 @@ TEST_F(DialogBrowse, CancelChangesNothing) {
         ExportSettings settings;
         DrivenDialog dialog(settings);
         dialog.setText(c.edit, L"before");
-        HWND const files = browse(dialog, c.button);
+        HWND files = browse(dialog, c.button);
         PostMessageW(files, WM_COMMAND, IDCANCEL, 0);
         awaitClosed(dialog, files);
         EXPECT_EQ(dialog.text(c.edit), L"before") << c.name;
@@ -191,7 +191,7 @@ TEST_F(DialogBrowse, CancelChangesNothing) {
 TEST_F(DialogBrowse, IsOwnedByTheOptionsAndOffersTwoKinds) {
     ExportSettings settings;
     const DrivenDialog dialog(settings);
-    HWND const files = browse(dialog, ControlId::browseEnvironmentMap);
+    HWND files = browse(dialog, ControlId::browseEnvironmentMap);
     EXPECT_EQ(GetWindow(files, GW_OWNER), dialog.window());
     EXPECT_FALSE(IsWindowEnabled(dialog.window()));
     EXPECT_EQ(filtersOf(files), (std::vector<std::wstring>{L"DXT Files (*.dds)", L"All Files (*.*)"}));
@@ -203,9 +203,9 @@ TEST_F(DialogBrowse, IsOwnedByTheOptionsAndOffersTwoKinds) {
 TEST_F(DialogBrowse, RefusesFilesThatAreNotThere) {
     ExportSettings settings;
     DrivenDialog dialog(settings);
-    HWND const files = browse(dialog, ControlId::browseReflectionMap);
+    HWND files = browse(dialog, ControlId::browseReflectionMap);
     enterName(files, (maps.path() / "gone.dds").wstring());
-    HWND const complaint = dialog.awaitOwnedDialog(files);
+    HWND complaint = dialog.awaitOwnedDialog(files);
     PostMessageW(complaint, WM_COMMAND, IDOK, 0);
     ASSERT_TRUE(waitUntil([&] { return !IsWindow(complaint) && IsWindowEnabled(files); }));
     EXPECT_TRUE(IsWindow(files)) << "the dialog waits for another name";
@@ -220,7 +220,7 @@ TEST_F(DialogBrowse, KeepsTheOtherControls) {
     DrivenDialog dialog(settings);
     dialog.click(ControlId::exportLights);
     dialog.setText(ControlId::polycountGoal, L"17");
-    HWND const files = browse(dialog, ControlId::browseEnvironmentMap);
+    HWND files = browse(dialog, ControlId::browseEnvironmentMap);
     enterName(files, sky.wstring());
     awaitClosed(dialog, files);
     ASSERT_TRUE(waitUntil([&] { return dialog.text(ControlId::environmentMap) == sky.wstring(); }));
@@ -262,7 +262,7 @@ TEST_F(DialogBrowse, LeavesTheWorkingFolderAndComAsTheyWere) {
         ASSERT_TRUE(waitUntil([&] { return dialog.focused() != nullptr; }));
         const int begunBefore = com.begun();
         const int endedBefore = com.ended();
-        HWND const files = browse(dialog, ControlId::browseEnvironmentMap);
+        HWND files = browse(dialog, ControlId::browseEnvironmentMap);
         enterName(files, sky.wstring());
         awaitClosed(dialog, files);
         EXPECT_TRUE(waitUntil([&] { return dialog.text(ControlId::environmentMap) == sky.wstring(); }));
@@ -290,14 +290,14 @@ TEST_F(DialogBrowse, UsesTheOlderDialogWhereTheShellHasNone) {
     ExportSettings settings;
     DrivenDialog dialog(settings, options);
     for (const BrowseCase& c : kButtons) {
-        HWND const files = browse(dialog, c.button);
+        HWND files = browse(dialog, c.button);
         EXPECT_EQ(filtersOf(files), (std::vector<std::wstring>{L"DXT Files (*.dds)", L"All Files (*.*)"}));
         EXPECT_FALSE(IsWindowVisible(GetDlgItem(files, chx1))) << "the box for read-only files is hidden";
         enterName(files, sky.wstring());
         awaitClosed(dialog, files);
         EXPECT_TRUE(waitUntil([&] { return dialog.text(c.edit) == sky.wstring(); })) << c.name;
     }
-    HWND const files = browse(dialog, ControlId::browseReflectionMap);
+    HWND files = browse(dialog, ControlId::browseReflectionMap);
     PostMessageW(files, WM_COMMAND, IDCANCEL, 0);
     awaitClosed(dialog, files);
     EXPECT_EQ(dialog.text(ControlId::reflectionMap), sky.wstring());

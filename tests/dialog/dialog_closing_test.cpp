@@ -205,7 +205,7 @@ TEST(DialogClosing, OkReplacesMapsThatAreNotOnTheDisk) {
 
 TEST(DialogClosing, KeysAndTheCloseButtonEndIt) {
     const auto focus = [](const DrivenDialog& dialog, ControlId control) {
-        HWND const item = dialog.item(control);
+        HWND item = dialog.item(control);
         SendMessageW(dialog.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item), TRUE);
         EXPECT_TRUE(waitUntil([&] { return dialog.focused() == item; }));
     };
@@ -358,7 +358,7 @@ TEST(DialogClosing, PassesOnWhatTheDiskThrows) {
     options.afterwards = [&] { isEnabledAfterwards = IsWindowEnabled(owner) != FALSE; };
     DrivenDialog dialog(settings, options);
     owner = dialog.owner();
-    HWND const window = dialog.window();
+    HWND window = dialog.window();
     dialog.setText(ControlId::environmentMap, L"sky.dds");
     dialog.click(ControlId::ok);
     try {

@@ -145,7 +145,7 @@ void copyText(const std::wstring& text) {
     ASSERT_TRUE(waitUntil([] { return OpenClipboard(nullptr) != FALSE; }));
     EmptyClipboard();
     const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
-    HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
     ASSERT_NE(memory, nullptr);
     std::memcpy(GlobalLock(memory), text.c_str(), size);
     GlobalUnlock(memory);

@@ -101,7 +101,7 @@ void DrivenDialog::runDialog(ExportSettings& settings, const OpeningOptions& opt
     if (options.onThread) options.onThread();
     if (options.owner) owner_ = makeOwner(*options.owner);
     threadId_.set_value(GetCurrentThreadId());
-    HINSTANCE const module = GetModuleHandleW(nullptr);
+    HINSTANCE module = GetModuleHandleW(nullptr);
     try {
         OptionsWindow window =
             options.exists ? OptionsWindow(owner_, module, options.exists) : OptionsWindow(owner_, module);
@@ -151,7 +151,7 @@ void DrivenDialog::type(ControlId edit, const std::wstring& characters) const {
 }
 
 void DrivenDialog::press(WPARAM virtualKey) const {
-    HWND const target = focused() == nullptr ? window_ : focused();
+    HWND target = focused() == nullptr ? window_ : focused();
     PostMessageW(target, WM_KEYDOWN, virtualKey, 1);
     PostMessageW(target, WM_KEYUP, virtualKey, LPARAM{1} | (LPARAM{3} << 30));
 }

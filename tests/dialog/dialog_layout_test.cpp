@@ -98,9 +98,9 @@ RECT placeIn(HWND dialog, HWND child) {
 
 // Measures of texts in a control's own font.
 SIZE textSize(HWND control) {
-    HDC const context = GetDC(control);
-    HGDIOBJ const font = std::bit_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
-    HGDIOBJ const before = SelectObject(context, font);
+    HDC context = GetDC(control);
+    HGDIOBJ font = std::bit_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
+    HGDIOBJ before = SelectObject(context, font);
     RECT area{};
     DrawTextW(context, windowText(control).c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
     SelectObject(context, before);
@@ -186,7 +186,7 @@ TEST_F(DialogLayout, IsWrittenInTheDialogFont) {
     ASSERT_NE(GetObjectW(std::bit_cast<HGDIOBJ>(font), sizeof description, &description), 0);
     EXPECT_EQ(std::wstring(description.lfFaceName), L"MS Shell Dlg");
     EXPECT_EQ(description.lfWeight, FW_NORMAL);
-    HDC const screen = GetDC(nullptr);
+    HDC screen = GetDC(nullptr);
     EXPECT_EQ(description.lfHeight, -MulDiv(8, GetDeviceCaps(screen, LOGPIXELSY), 72));
     ReleaseDC(nullptr, screen);
 }
@@ -244,7 +244,7 @@ TEST_F(DialogLayout, LetsTheTabKeyGoRound) {
     expected.push_back(1);
     std::vector<int> visited{GetDlgCtrlID(dialog.focused())};
     while (visited.size() < expected.size()) {
-        HWND const before = dialog.focused();
+        HWND before = dialog.focused();
         dialog.press(VK_TAB);
         ASSERT_TRUE(waitUntil([&] { return dialog.focused() != before && dialog.focused() != nullptr; }));
         visited.push_back(GetDlgCtrlID(dialog.focused()));
@@ -254,7 +254,7 @@ TEST_F(DialogLayout, LetsTheTabKeyGoRound) {
 
 TEST(ActivationContext, GivesWindowsTheNewControlsWhileItLives) {
     const auto isThemed = [] {
-        HWND const button =
+        HWND button =
             CreateWindowExW(0, L"Button", L"", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, nullptr, nullptr);
         EXPECT_NE(button, nullptr);
         const bool isNew = GetWindowTheme(button) != nullptr;
