@@ -16,6 +16,8 @@
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
 #include "hosts/snapshot/snapshot_host.h"
+#include "platform/file_name_key.h"
+#include "platform/path_text.h"
 #include "platform/process_info.h"
 #include "platform/temporary_folder.h"
 #include "platform/tool_runner.h"
@@ -55,8 +57,18 @@ std::u16string hostText(const fs::path& path) {
 }
 
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const fs::path relative = fs::weakly_canonical(file).lexically_relative(fs::weakly_canonical(folder));
+    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(fs::weakly_canonical(path))); };
+    const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
+}
+
+// Files inside the package are opened by names in the code page of file names, and so are the tools given
+// them.
+void requireNarrowForm(const fs::path& package) {
+    if (hasNarrowForm(package)) return;
+    throw CommandError(kNotRun, utf8Path(package) +
+                                    ": the path has letters that the system's code page of file names lacks; "
+                                    "choose another TARGET");
 }
 
 // Replacing a package must not take away the scene that it is made of.
@@ -111,6 +123,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
     const fs::path package = packageFoldersFor(target, program).exportFolder.lexically_normal();
+    requireNarrowForm(package);
     requireSceneOutside(arguments, package);
 
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "hosts/assimp/image_folder.h"
+#include "platform/copy_file_over.h"
 
 namespace velinor {
 namespace {
@@ -58,9 +59,11 @@ void copyImages(SceneSource& source, const fs::path& folder) {
         const auto from = extracted(map, *source.images);
         if (!from) continue;
         const fs::path to = folder / from->filename();
-        std::error_code error;
-        fs::copy_file(*from, to, fs::copy_options::overwrite_existing, error);
-        require(error, "write", to);
+        try {
+            copyFileOver(*from, to);
+        } catch (const fs::filesystem_error& error) {
+            require(error.code(), "write", to);
+        }
         map.bitmap = textOf(folder.filename()) + u"/" + textOf(to.filename());
     }
 }

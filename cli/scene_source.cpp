@@ -13,6 +13,7 @@
 #include "cli/interrupts.h"
 #include "cli/isolated_import.h"
 #include "hosts/assimp/assimp_reader.h"
+#include "platform/open_file.h"
 
 namespace velinor {
 namespace {
@@ -22,10 +23,6 @@ namespace fs = std::filesystem;
 [[noreturn]] void refuse(const std::string& file, const std::string& text) {
     throw CommandError(kNotRun, file + ": " + text);
 }
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 std::string readToEnd(std::FILE* file, const std::string& name) {
     constexpr std::size_t kPiece = 1 << 20;
@@ -83,8 +80,8 @@ std::unique_ptr<TemporaryFolder> makeImageFolder() {
         return std::make_unique<TemporaryFolder>();
     } catch (const std::system_error& error) {
         throw CommandError(kFailed, "create_directory: a folder for images of the scene cannot be made: " +
-                                        error.code().message() +
-                                        "; set TMPDIR to a folder that can be written to");
+                                        error.code().message() + "; set " + kTemporaryFolderVariable +
+                                        " to a folder that can be written to");
     }
 }
 
@@ -143,7 +140,7 @@ std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
 std::string readSceneFile(const fs::path& file) {
     requireFile(file);
     const std::string name = utf8Path(file);
-    const std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(name.c_str(), "rb"));
+    const OpenedFile stream = openFile(file, "rb");
     if (!stream) {
         refuse(name, "cannot be read: " + std::generic_category().message(errno) + "; check its permissions");
     }

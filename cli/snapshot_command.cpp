@@ -12,6 +12,7 @@
 #include "cli/scene_source.h"
 #include "cli/sibling_name.h"
 #include "cli/standard_output.h"
+#include "platform/open_file.h"
 
 namespace velinor {
 namespace {
@@ -25,10 +26,10 @@ namespace fs = std::filesystem;
 
 // The reason why `bytes` are not all in the file `path`; empty where they are.
 std::string writeBytes(const fs::path& path, const std::string& bytes) {
-    std::FILE* file = std::fopen(utf8Path(path).c_str(), "wb");
-    if (file == nullptr) return std::generic_category().message(errno);
-    int error = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() ? 0 : errno;
-    if (std::fclose(file) != 0 && error == 0) error = errno;
+    OpenedFile file = openFile(path, "wb");
+    if (!file) return std::generic_category().message(errno);
+    int error = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() ? 0 : errno;
+    if (std::fclose(file.release()) != 0 && error == 0) error = errno;
     return error == 0 ? std::string() : std::generic_category().message(error);
 }
 

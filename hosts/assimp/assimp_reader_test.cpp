@@ -6,6 +6,7 @@
 #include <cmath>
 #include <set>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -237,7 +238,7 @@ TEST_F(AssimpModels, AseHasTheRowsOfTheFile) {
     const host::GMatrix& light = read.node(u"FDirect01").worldTransform;
     expectRow(light[1], 0, 0.5278F, 0.8493F, 2e-4F);
     expectRow(light[2], 0, -0.8493F, 0.5278F, 2e-4F);
-    EXPECT_TRUE(read.isNoted((models() / "ASE/anim2.ASE").string(), "animations"));
+    EXPECT_TRUE(read.isNoted(utf8Path(models() / "ASE/anim2.ASE"), "animations"));
     expectUnitNormals(read.meshOf(read.node(u"Box02")));
 }
 
@@ -309,7 +310,7 @@ TEST_F(AssimpModels, MisleadingFilesAreRefusedWithAReason) {
              Case{"invalid/OutOfMemory.off", "promises"},
          }) {
         const std::string message = refusal(models() / c.file);
-        EXPECT_EQ(message.rfind((models() / c.file).string() + ": ", 0), 0U) << message;
+        EXPECT_EQ(message.rfind(utf8Path(models() / c.file) + ": ", 0), 0U) << message;
         EXPECT_NE(message.find(c.reason), std::string::npos) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;
     }

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <memory>
+#include <fstream>
 #include <system_error>
 
 #include "base/text.h"
@@ -18,10 +17,6 @@ namespace fs = std::filesystem;
 constexpr std::string_view kEndings[] = {"bmp", "dds",  "exr",  "gif", "hdr",  "iff",  "jpeg", "jpg",
                                          "ktx", "ktx2", "pcx",  "png", "pns",  "psd",  "rgb",  "sgi",
                                          "tga", "tif",  "tiff", "vda", "webp", "avif", "jp2",  "heic"};
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 // As a package spells it: the low byte of each unit, and "_" for what is not fit for a file name. A dot in
 // front would hide the file or name a folder.
@@ -69,9 +64,14 @@ fs::path ImageFolder::unusedFile(std::u16string_view wished, std::string_view en
 }
 
 void ImageFolder::write(const fs::path& file, std::string_view bytes) {
-    std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(utf8Path(file).c_str(), "wbx"));
-    if (!stream || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) refuse(file);
-    if (std::fclose(stream.release()) != 0) refuse(file);
+    std::error_code error;
+    const bool isTaken = fs::exists(fs::symlink_status(file, error));  // it may be another's, or a trap
+    errno = isTaken ? EEXIST : 0;
+    if (isTaken) refuse(file);
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (!stream) refuse(file);
 }
 
 }  // namespace velinor

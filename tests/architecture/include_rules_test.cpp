@@ -1,4 +1,5 @@
 #include "tests/architecture/include_rules.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,7 @@ std::vector<SourceFile> sourceFiles() {
     const fs::path root = TOLVEX_SOURCE_DIR;
     std::vector<SourceFile> files;
     for (fs::recursive_directory_iterator entry(root), end; entry != end; ++entry) {
-        const std::string name = entry->path().filename().string();
+        const std::string name = utf8Path(entry->path().filename());
         if (entry->is_directory() && (name.starts_with("build") || name.starts_with("."))) {
             entry.disable_recursion_pending();
         } else if (entry->is_regular_file() && isSource(entry->path())) {
