@@ -61,15 +61,15 @@ void saveImage(const TestImage<Sample>& image, const std::filesystem::path& path
         held->Type = isWide ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB;
     }
     const int result = option == nullptr
-                           ? vips_image_write_to_file(held, path.c_str(), nullptr)
-                           : vips_image_write_to_file(held, path.c_str(), option, TRUE, nullptr);
+                           ? vips_image_write_to_file(held, utf8Path(path).c_str(), nullptr)
+                           : vips_image_write_to_file(held, utf8Path(path).c_str(), option, TRUE, nullptr);
     EXPECT_EQ(result, 0) << vips_error_buffer();
     g_object_unref(held);
 }
 
 // The pixels of an image file of 8 bits.
 inline TestImage<std::uint8_t> loadImage(const std::filesystem::path& path) {
-    VipsImage* image = vips_image_new_from_file(path.c_str(), nullptr);
+    VipsImage* image = vips_image_new_from_file(utf8Path(path).c_str(), nullptr);
     EXPECT_NE(image, nullptr) << vips_error_buffer();
     if (image == nullptr) return {};
     std::size_t size = 0;

@@ -34,7 +34,7 @@ class ScriptedTools final : public ToolRunner {
   public:
     ToolRun run(const ToolCommand& command) override {
         const fs::path output(command.arguments.back());
-        made.push_back(output.filename());
+        made.push_back(utf8Path(output.filename()));
         std::ofstream(output) << (fs::exists(command.arguments[command.arguments[1] == "-d3d" ? 3 : 2])
                                       ? "made"
                                       : "");

@@ -4,6 +4,9 @@
 
 #include <fstream>
 
+#include "base/text.h"
+#include "tests/support/platform_text.h"
+
 namespace velinor {
 namespace {
 
@@ -60,10 +63,12 @@ TEST(PackageFoldersFor, NamesThePackageAfterTheFile) {
              Case{"/scene.jsx", "//scene"},
          }) {
         const PackageFolders folders = packageFoldersFor(fileName, "/opt/host/host.exe");
-        EXPECT_EQ(folders.exportFolder.native(), exportFolder) << fileName;
-        EXPECT_EQ(folders.miscFolder.native(), std::string(exportFolder) + "/misc");
-        EXPECT_EQ(folders.resourcesFolder.native(), std::string(exportFolder) + "/resources");
-        EXPECT_EQ(folders.thumbsFolder.native(), std::string(exportFolder) + "/thumbs");
+        const std::string folder = asPathText(exportFolder);
+        const std::string below = folder + asPathText("/");
+        EXPECT_EQ(utf8Path(folders.exportFolder), folder) << fileName;
+        EXPECT_EQ(utf8Path(folders.miscFolder), below + "misc");
+        EXPECT_EQ(utf8Path(folders.resourcesFolder), below + "resources");
+        EXPECT_EQ(utf8Path(folders.thumbsFolder), below + "thumbs");
     }
 }
 
