@@ -19,7 +19,7 @@ function(tolvex_headers target)
     target_include_directories(${target} SYSTEM INTERFACE ${folder})
 endfunction()
 
-tolvex_headers(Eigen3::Eigen eigen3/Eigen)
+tolvex_headers(Eigen3::Eigen eigen3/Eigen eigen3/unsupported)
 tolvex_headers(nlohmann_json::nlohmann_json nlohmann)
 tolvex_headers(CLI11::CLI11 CLI)
 tolvex_headers(utf8cpp utf8cpp/utf8 utf8cpp/utf8.h)
