@@ -140,11 +140,12 @@ const std::vector<PartRule>& partRules() {
          {"geometry", "descriptors", "element_tree", "materials", "scene", "host", "platform", "base",
           "settings", "folders"}},
         {"hosts/snapshot", {"host", "base"}},
-        {"hosts/assimp", {"hosts/snapshot", "host", "base"}},
+        {"hosts/import", {"base"}},
+        {"hosts/assimp", {"hosts/import", "hosts/snapshot", "host", "base"}},
         {"hosts/max", {"host", "base"}},
         {"cli",
-         {"plugin", "hosts/assimp", "hosts/snapshot", "geometry", "descriptors", "element_tree", "materials",
-          "scene", "host", "platform", "base", "settings", "folders"}},
+         {"plugin", "hosts/assimp", "hosts/import", "hosts/snapshot", "geometry", "descriptors",
+          "element_tree", "materials", "scene", "host", "platform", "base", "settings", "folders"}},
     };
     return rules;
 }
