@@ -141,10 +141,11 @@ const std::vector<PartRule>& partRules() {
           "settings", "folders"}},
         {"hosts/snapshot", {"host", "base"}},
         {"hosts/import", {"base"}},
+        {"hosts/ase", {"hosts/import", "hosts/snapshot", "host", "base"}},
         {"hosts/assimp", {"hosts/import", "hosts/snapshot", "host", "base"}},
         {"hosts/max", {"host", "base"}},
         {"cli",
-         {"plugin", "hosts/assimp", "hosts/import", "hosts/snapshot", "geometry", "descriptors",
+         {"plugin", "hosts/ase", "hosts/assimp", "hosts/import", "hosts/snapshot", "geometry", "descriptors",
           "element_tree", "materials", "scene", "host", "platform", "base", "settings", "folders"}},
     };
     return rules;
