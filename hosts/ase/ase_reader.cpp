@@ -204,7 +204,8 @@ class Assembly {
 }  // namespace
 
 bool isAseFile(const std::filesystem::path& file) {
-    return isSameButCase(narrowPath(file.extension()), ".ase");
+    const std::string ending = narrowPath(file.extension());
+    return isSameButCase(ending, ".ase") || isSameButCase(ending, ".ask");
 }
 
 SceneSnapshot readAse(std::string bytes, const std::filesystem::path& file, const AseOptions& options,

@@ -224,7 +224,7 @@ TEST(AseReader, ProgressCountsTheBytesAndMayStopWithinAMesh) {
 }
 
 TEST(AseReader, KnowsItsFilesByTheirEnding) {
-    for (const char* file : {"a.ase", "b/ROOM.ASE", "c.x.Ase"})
+    for (const char* file : {"a.ase", "b/ROOM.ASE", "c.x.Ase", "d.ask"})
         EXPECT_TRUE(isAseFile(file)) << file;
     for (const char* file : {"ase", "a.asee", "a.ase.json", ".ase", ""})
         EXPECT_FALSE(isAseFile(file)) << file;
