@@ -215,7 +215,7 @@ void AseMaterials::noteLosses(const SnapshotMaterial& material, const Values& va
 
 std::u16string AseMaterials::bitmapName(std::string_view name, SnapshotRef material) {
     const std::u16string given = text_.decode(name);
-    if (given.empty()) return given;
+    if (given.empty()) return {};
     const auto [found, isNew] = bitmaps_.try_emplace(given, given);
     if (!isNew) return found->second;
     if (const auto file = files_.find(given)) {

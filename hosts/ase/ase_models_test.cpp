@@ -30,7 +30,7 @@ class AseModels : public testing::Test {
     }
 
     static fs::path models() { return fs::path(TOLVEX_TEST_MODELS) / "ASE"; }
-    static ReadAse readModel(const char* name) { return readAseFile(models() / name); }
+    static ReadAse readModel(const fs::path& name) { return readAseFile(models() / name); }
 };
 
 void expectRow(const host::GMatrix::Row& row, float x, float y, float z) {
@@ -50,7 +50,7 @@ TEST_F(AseModels, NodesHaveTheRowsOfTheFile) {
     expectRow(read.node(u"Camera01").worldTransform[0], 0.4542F, -0.8829F, -0.1190F);
     expectRow(read.node(u"Camera01").worldTransform[3], -84.7152F, -0.4114F, 0);
     expectRow(read.node(u"FDirect01").worldTransform[2], 0, -0.8493F, 0.5278F);
-    EXPECT_EQ(read.notesOf((models() / "anim2.ASE").string(), "animations"), 1);
+    EXPECT_EQ(read.notesOf(narrowPath(models() / "anim2.ASE"), "animations"), 1);
 }
 
 TEST_F(AseModels, LightsHaveTheirTypesAndColours) {
@@ -120,14 +120,14 @@ TEST_F(AseModels, TargetsOfCamerasAreNotTheCameras) {
 
 TEST_F(AseModels, AMovedTextureIsFoundAndTold) {
     const fs::path file = "TestUVTransform/UVTransform_ScaleUV2x_Rotate45.ASE";
-    const ReadAse read = readModel(file.c_str());
+    const ReadAse read = readModel(file);
     ASSERT_EQ(read.scene.maps.size(), 1U);
     EXPECT_EQ(read.scene.maps[0].className, u"Bitmap");
     EXPECT_EQ(lastPathComponent(read.scene.maps[0].bitmap), u"UVTransformTestImg.png");
     EXPECT_THAT(read.material(u"QuakQuak").textureMaps, testing::ElementsAre(SnapshotTextureMap{1, 0}));
-    EXPECT_EQ(read.notesOf((models() / file).string(), "moved, turned or scaled"), 1);
+    EXPECT_EQ(read.notesOf(narrowPath(models() / file), "moved, turned or scaled"), 1);
     EXPECT_EQ(readModel("TestUVTransform/UVTransform_Normal.ASE")
-                  .notesOf((models() / "TestUVTransform/UVTransform_Normal.ASE").string(), "moved"),
+                  .notesOf(narrowPath(models() / "TestUVTransform/UVTransform_Normal.ASE"), "moved"),
               0);
 }
 

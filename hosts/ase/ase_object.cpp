@@ -65,7 +65,7 @@ class ObjectReader {
             readMesh();
         } else if (keyword == "LIGHT_TYPE") {
             lightType_ = lexer_.word();
-        } else if (keyword == "LIGHT_SETTINGS") {
+        } else if (keyword == "LIGHT_SETTINGS" && object_.type == IGameObject::IGAME_LIGHT) {
             readLightSettings();
         } else if (keyword == "MATERIAL_REF") {
             constexpr std::int64_t kNone = -1;

@@ -19,8 +19,6 @@
 namespace velinor {
 namespace {
 
-using host::IGameObject;
-
 // Assembles the scene of one file.
 class Assembly {
   public:

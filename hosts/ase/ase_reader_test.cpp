@@ -59,6 +59,18 @@ TEST(AseReader, LightsKeepColourAndIntensityApart) {
     }
 }
 
+// Blocks of one kind of object mean nothing in another.
+TEST(AseReader, WhatAnObjectCannotHaveIsPassedOver) {
+    const std::string odd = aseTriangle() + settings("5") + "*LIGHT_TYPE Omni\n*MATERIAL_REF -1\n";
+    const ReadAse read =
+        readAseText(kAseHeader + aseBlock("CAMERAOBJECT", aseName("C") + odd) +
+                    aseBlock("SHAPEOBJECT", aseName("S") + odd) + light("L", "Omni", aseTriangle()));
+    for (const SnapshotNode& node : read.scene.nodes)
+        EXPECT_FALSE(node.object->mesh);
+    EXPECT_FALSE(read.node(u"C").object->light);
+    EXPECT_TRUE(read.node(u"L").object->light);
+}
+
 TEST(AseReader, TheFirstSettingsOfALightCount) {
     const std::string animation =
         aseBlock("LIGHT_ANIMATION", aseBlock("LIGHT_SETTINGS", "*LIGHT_INTENS 9\n"));
