@@ -1,5 +1,7 @@
 #include "hosts/ase/ase_text.h"
 
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "base/text.h"
@@ -33,15 +35,23 @@ bool isAscii(char c) {
     return static_cast<unsigned char>(c) < 0x80;
 }
 
+// Where the ASCII characters from `at` on end. Nearly all of a file is ASCII, so eight are looked at
+// together.
+std::size_t endOfAscii(std::string_view bytes, std::size_t at) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    for (std::uint64_t word = 0; at + sizeof word <= bytes.size(); at += sizeof word) {
+        std::memcpy(&word, bytes.data() + at, sizeof word);
+        if ((word & kHighBits) != 0) break;
+    }
+    while (at < bytes.size() && isAscii(bytes[at]))
+        ++at;
+    return at;
+}
+
 // No character of UTF-8 mixes bytes below 0x80 with others, so every run of others must be well-formed by
 // itself.
 bool isUtf8(std::string_view bytes) {
-    std::size_t at = 0;
-    while (at < bytes.size()) {
-        if (isAscii(bytes[at])) {
-            ++at;
-            continue;
-        }
+    for (std::size_t at = endOfAscii(bytes, 0); at < bytes.size(); at = endOfAscii(bytes, at)) {
         const std::size_t begin = at;
         while (at < bytes.size() && !isAscii(bytes[at]))
             ++at;

@@ -45,6 +45,16 @@ TEST(AseText, AFileHasOneEncoding) {
         << "a mark is a promise";
 }
 
+TEST(AseText, TheOneByteThatTellsMayStandAnywhere) {
+    for (std::size_t blanks = 0; blanks < 20; ++blanks) {
+        const std::string name = std::string(blanks, ' ') + "\xFC" + std::string(20 - blanks, ' ');
+        const AseText codePage(name);
+        EXPECT_TRUE(codePage.isCodePage()) << blanks;
+        EXPECT_EQ(codePage.decode(codePage.text())[blanks], u'\u00FC');
+        EXPECT_FALSE(AseText(std::string(blanks, ' ') + "\xC3\xBC").isCodePage()) << blanks;
+    }
+}
+
 TEST(AseText, PlacesAreThoseOfTheTextAndNotOfItsBytes) {
     const std::u16string text = u"*3DSMAX_ASCIIEXPORT 200\r\n*\u00FC\u00FC }";
     const std::string expected =
