@@ -17,7 +17,8 @@ struct AseOptions {
     std::vector<std::filesystem::path> assetFolders = {};
 };
 
-// Whether `file` has an ending of ASE files, ".ase" or ".ask", in small or capital letters. The file need not exist.
+// Whether `file` has an ending of ASE files, ".ase" or ".ask", in small or capital letters. The file need not
+// exist.
 bool isAseFile(const std::filesystem::path& file);
 
 // The scene in `bytes`, the content of `file`: hierarchy, transforms, meshes with smoothing groups, material

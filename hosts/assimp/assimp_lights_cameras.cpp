@@ -138,7 +138,8 @@ host::GMatrix cameraToWorld(const aiCamera& camera, const ColumnMatrix& nodeToFi
                             FileFormat format) {
     // glTF cameras repeat the translation of their node.
     const aiVector3D position = format == FileFormat::gltf ? aiVector3D() : camera.mPosition;
-    return viewToWorld(deviceToHost(nodeToFile, rule, format), position, camera.mLookAt, upOf(camera.mUp, format));
+    return viewToWorld(deviceToHost(nodeToFile, rule, format), position, camera.mLookAt,
+                       upOf(camera.mUp, format));
 }
 
 }  // namespace velinor
