@@ -133,7 +133,8 @@ TEST(AseReader, BlocksThatAreNotKnownAreToldOnceAKindAndWhatFollowsIsRead) {
     std::string many = kAseHeader + aseHelper("A");
     for (int i = 0; i < 100; ++i)
         many += aseBlock("KIND" + std::to_string(i), "");
-    for (const ImportNote& note : readAseText(many).notes.notes())
+    const ReadAse readMany = readAseText(many);
+    for (const ImportNote& note : readMany.notes.notes())
         EXPECT_LT(note.text.size(), 300U);
 }
 
