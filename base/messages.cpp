@@ -123,6 +123,10 @@ constexpr auto kCatalogue = std::to_array<Message>({
     {dialogNotShown, "dialog-not-shown", warning, "the options dialog could not be shown; the settings are used as they are", ""},
     {sceneNotEnumerated, "scene-not-enumerated", error, "the host could not enumerate its scene",
      "Restart the host program and export again."},
+    {imageLibraryMissing, "image-library-missing", error, "the image library cannot be loaded, so nothing was exported",
+     "Install the plug-in again: the folder \"tolvex\" beside it holds libvips-42.dll."},
+    {exportStopped, "export-stopped", error, "the export was stopped, so the package is not complete", ""},
+    {exportFailed, "export-failed", error, "the export broke off, so the package is not complete", ""},
 });
 // clang-format on
 

@@ -66,6 +66,9 @@ enum class MessageId {
     fileNotWritten,
     dialogNotShown,
     sceneNotEnumerated,
+    imageLibraryMissing,
+    exportStopped,
+    exportFailed,
 };
 
 struct Message {

@@ -19,6 +19,8 @@ std::string fixed6(double value) {
 }
 
 std::string byTheCLibrary(double value) {
+    // The C library of Windows does not print the sign of NaN, and newer ones print more than that.
+    if (std::isnan(value)) return std::signbit(value) ? "-nan" : "nan";
     char buffer[400];
     std::snprintf(buffer, sizeof buffer, "%f", value);
     return buffer;

@@ -90,17 +90,33 @@ std::string_view lastPathComponent(std::string_view path) {
     return path.substr(path.find_last_of("/\\") + 1);
 }
 
-std::filesystem::path toPath(std::u16string_view utf16) {
 #ifdef _WIN32
-    return std::filesystem::path(utf16.begin(), utf16.end());
-#else
-    return std::filesystem::path(toUtf8(utf16));
-#endif
+std::filesystem::path toPath(std::u16string_view utf16) {
+    // As wide text: the path's own conversion from UTF-16 throws on an unpaired surrogate.
+    return std::filesystem::path(std::wstring(utf16.begin(), utf16.end()));
 }
 
-std::string narrowPath(const std::filesystem::path& path) {
-    return path.string();
+std::string utf8Path(const std::filesystem::path& path) {
+    const std::wstring& native = path.native();
+    return toUtf8(std::u16string(native.begin(), native.end()));
 }
+
+std::filesystem::path pathOfUtf8(std::string_view text) {
+    return toPath(toUtf16Lossy(text));
+}
+#else
+std::filesystem::path toPath(std::u16string_view utf16) {
+    return std::filesystem::path(toUtf8(utf16));
+}
+
+std::string utf8Path(const std::filesystem::path& path) {
+    return path.native();
+}
+
+std::filesystem::path pathOfUtf8(std::string_view text) {
+    return std::filesystem::path(text);
+}
+#endif
 
 std::string printable(std::string_view text) {
     constexpr std::string_view kHex = "0123456789abcdef";

@@ -35,12 +35,14 @@ std::string sanitiseName(std::string_view name);
 std::u16string_view lastPathComponent(std::u16string_view path);
 std::string_view lastPathComponent(std::string_view path);
 
-// The path that a host's text names: UTF-16 on Windows, UTF-8 elsewhere.
+// The path that a host's text names: UTF-16 on Windows, where every unit is carried over; UTF-8 elsewhere.
 std::filesystem::path toPath(std::u16string_view utf16);
 
-// `path` in the narrow form that names inside files take: UTF-8 off Windows, where the code page of file
-// names is UTF-8.
-std::string narrowPath(const std::filesystem::path& path);
+// `path` in UTF-8, for messages, documents and libraries that take it so, and the path of such a text. Off
+// Windows both carry the bytes over as they are. On Windows an unpaired surrogate or a malformed sequence
+// becomes U+FFFD. Neither depends on a code page; for names that do, see platform/path_text.h.
+std::string utf8Path(const std::filesystem::path& path);
+std::filesystem::path pathOfUtf8(std::string_view text);
 
 // `text` fit for one line of a terminal: control characters, line ends among them, appear as C escapes ("\n",
 // "\x1b").

@@ -101,5 +101,16 @@ TEST(LastPathComponent, IsWhatFollowsTheLastSeparatorOfEitherKind) {
     }
 }
 
+TEST(Utf8Path, GoesThereAndBack) {
+    for (const char* text : {"", "plain.txt", "fen\xC3\xAAtre/\xE6\x97\xA5.dds", "\xF0\x9F\x8E\xA8"}) {
+        EXPECT_EQ(utf8Path(pathOfUtf8(text)), text);
+        EXPECT_EQ(pathOfUtf8(text), toPath(*toUtf16(text)));
+    }
+}
+
+TEST(Utf8Path, ReplacesUnpairedSurrogates) {
+    EXPECT_EQ(utf8Path(toPath(u"a\xD800z\xDC00")), "a\xEF\xBF\xBDz\xEF\xBF\xBD");
+}
+
 }  // namespace
 }  // namespace velinor

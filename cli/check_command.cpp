@@ -16,7 +16,7 @@ void requireFolder(const fs::path& package) {
     std::error_code error;
     if (fs::is_directory(package, error)) return;
     const bool exists = fs::exists(package, error);
-    throw CommandError(kNotRun, narrowPath(package) + (exists ? ": is no folder" : ": does not exist") +
+    throw CommandError(kNotRun, utf8Path(package) + (exists ? ": is no folder" : ": does not exist") +
                                     "; name the folder of a package");
 }
 
@@ -36,7 +36,7 @@ ExitStatus runCheck(const CheckArguments& arguments) {
         output.write(printable(fault.file + ": " + fault.text) + "\n");
     for (const PackageFault& note : findings.notes)
         output.write(printable("note: " + note.file + ": " + note.text) + "\n");
-    output.write(printable(narrowPath(arguments.package)) + ": " + counted(findings.faults.size(), "fault") +
+    output.write(printable(utf8Path(arguments.package)) + ": " + counted(findings.faults.size(), "fault") +
                  (findings.notes.empty() ? "" : ", " + counted(findings.notes.size(), "note")) + "\n");
     output.finish();
     return findings.faults.empty() ? kDone : kFaultsFound;

@@ -16,6 +16,8 @@
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
 #include "hosts/snapshot/snapshot_host.h"
+#include "platform/file_name_key.h"
+#include "platform/path_text.h"
 #include "platform/process_info.h"
 #include "platform/temporary_folder.h"
 #include "platform/tool_runner.h"
@@ -49,22 +51,32 @@ class CommandLineDialog final : public OptionsDialog {
 };
 
 std::u16string hostText(const fs::path& path) {
-    const auto text = toUtf16(narrowPath(path));
+    const auto text = toUtf16(utf8Path(path));
     if (text) return *text;
-    throw CommandError(kNotRun, narrowPath(path) + ": is not valid UTF-8; rename the folder");
+    throw CommandError(kNotRun, utf8Path(path) + ": is not valid UTF-8; rename the folder");
 }
 
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const fs::path relative = fs::weakly_canonical(file).lexically_relative(fs::weakly_canonical(folder));
+    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(fs::weakly_canonical(path))); };
+    const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
+}
+
+// Files inside the package are opened by names in the code page of file names, and so are the tools given
+// them.
+void requireNarrowForm(const fs::path& package) {
+    if (hasNarrowForm(package)) return;
+    throw CommandError(kNotRun, utf8Path(package) +
+                                    ": the path has letters that the system's code page of file names lacks; "
+                                    "choose another TARGET");
 }
 
 // Replacing a package must not take away the scene that it is made of.
 void requireSceneOutside(const ExportArguments& arguments, const fs::path& package) {
     if (!arguments.overwrite || arguments.scene == "-" || !liesIn(arguments.scene, package)) return;
-    throw CommandError(kNotRun, narrowPath(arguments.scene) +
-                                    ": lies in the package that --overwrite replaces, " +
-                                    narrowPath(package) + "; move it elsewhere first");
+    throw CommandError(kNotRun, utf8Path(arguments.scene) +
+                                    ": lies in the package that --overwrite replaces, " + utf8Path(package) +
+                                    "; move it elsewhere first");
 }
 
 // A file of the package that could not be written makes the whole package worthless.
@@ -92,7 +104,7 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
     if (arguments.json) {
         writeReportJson(summary, output);
     } else if (arguments.quiet) {
-        output.write(printable(narrowPath(summary.package)) + "\n");
+        output.write(printable(utf8Path(summary.package)) + "\n");
     } else {
         writeReportText(summary, output);
     }
@@ -111,6 +123,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
     const fs::path package = packageFoldersFor(target, program).exportFolder.lexically_normal();
+    requireNarrowForm(package);
     requireSceneOutside(arguments, package);
 
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);

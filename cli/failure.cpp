@@ -24,7 +24,8 @@ std::string operationOf(const fs::filesystem_error& error) {
 }
 
 std::string removeAdvice(const fs::filesystem_error& error) {
-    if (error.code() != std::errc::directory_not_empty && error.code() != std::errc::file_exists) {
+    std::error_code ignored;  // the error itself is "access denied" on some systems
+    if (!fs::is_directory(error.path1(), ignored) || fs::is_empty(error.path1(), ignored)) {
         return "check the permissions of the folder that holds it";
     }
     return isPackage(error.path1()) ? "a package is there already: export with --overwrite to replace it"
@@ -42,8 +43,8 @@ std::string adviceFor(const std::string& operation, const fs::filesystem_error& 
 // "FILE: ", for a copy "SOURCE to TARGET: "; empty where the error has no file.
 std::string filesOf(const fs::filesystem_error& error) {
     if (error.path1().empty()) return {};
-    const std::string second = error.path2().empty() ? std::string() : " to " + narrowPath(error.path2());
-    return narrowPath(error.path1()) + second + ": ";
+    const std::string second = error.path2().empty() ? std::string() : " to " + utf8Path(error.path2());
+    return utf8Path(error.path1()) + second + ": ";
 }
 
 std::string fileSystemText(const fs::filesystem_error& error) {

@@ -2,20 +2,9 @@
 
 #include <csignal>
 
+#include "platform/stop_requests.h"
+
 namespace velinor {
-namespace {
-
-volatile std::sig_atomic_t isInterrupted = 0;
-
-void noteInterrupt(int /*signal*/) {
-    isInterrupted = 1;
-}
-
-void remember(int signal) {
-    if (std::signal(signal, noteInterrupt) == SIG_IGN) std::signal(signal, SIG_IGN);
-}
-
-}  // namespace
 
 void makeWritesFailQuietly() {
 #ifdef SIGPIPE
@@ -27,15 +16,11 @@ void makeWritesFailQuietly() {
 }
 
 void rememberInterrupts() {
-    remember(SIGINT);
-    remember(SIGTERM);
-#ifdef SIGHUP
-    remember(SIGHUP);
-#endif
+    rememberStopRequests();
 }
 
 void throwIfInterrupted() {
-    if (isInterrupted != 0) throw Interrupted();
+    if (isStopRequested()) throw Interrupted();
 }
 
 }  // namespace velinor

@@ -15,7 +15,7 @@ class Interrupted final : public std::exception {
 // instead of ending the process.
 void makeWritesFailQuietly();
 
-// From here on a request to stop (SIGINT, SIGTERM, SIGHUP) is remembered for throwIfInterrupted. Before this
+// From here on a request to stop (platform/stop_requests.h) is remembered for throwIfInterrupted. Before this
 // call it ends the process at once, which is right as long as nothing has been written. What the parent
 // process has switched off stays off.
 void rememberInterrupts();

@@ -1,5 +1,6 @@
 #include "cli/isolated_import.h"
 
+#include <algorithm>
 #include <charconv>
 #include <exception>
 #include <optional>
@@ -28,6 +29,56 @@ std::uint64_t takeNumber(std::string_view& text) {
     text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
     if (text.starts_with('\n')) text.remove_prefix(1);
     return number;
+}
+
+// Texts one after the other, each after its size.
+void appendText(std::string& bytes, std::string_view text) {
+    bytes += std::to_string(text.size()) + "\n";
+    bytes += text;
+}
+
+std::string_view takeText(std::string_view& bytes) {
+    const std::uint64_t size = std::min<std::uint64_t>(takeNumber(bytes), bytes.size());
+    const std::string_view text = bytes.substr(0, size);
+    bytes.remove_prefix(size);
+    return text;
+}
+
+// What the importing process has to know.
+struct Request {
+    std::filesystem::path file;
+    AssimpOptions options;
+    IsolationLimits limits;
+};
+
+std::string bytesOf(const Request& request) {
+    std::string bytes;
+    appendText(bytes, utf8Path(request.file));
+    appendText(bytes, std::to_string(request.limits.memoryBytes));
+    appendText(bytes, std::to_string(request.limits.processorSeconds));
+    appendText(bytes, !request.options.upAxis ? "" : *request.options.upAxis == UpAxis::y ? "y" : "z");
+    appendText(bytes, utf8Path(request.options.imageFolder.value_or(std::filesystem::path())));
+    for (const std::filesystem::path& folder : request.options.assetFolders)
+        appendText(bytes, utf8Path(folder));
+    return bytes;
+}
+
+Request requestOf(std::string_view bytes) {
+    const auto takeAsNumber = [&bytes] {
+        std::string_view text = takeText(bytes);
+        return takeNumber(text);
+    };
+    Request request;
+    request.file = pathOfUtf8(takeText(bytes));
+    request.limits.memoryBytes = takeAsNumber();
+    request.limits.processorSeconds = static_cast<unsigned>(takeAsNumber());
+    const std::string_view upAxis = takeText(bytes);
+    if (!upAxis.empty()) request.options.upAxis = upAxis == "y" ? UpAxis::y : UpAxis::z;
+    const std::string_view imageFolder = takeText(bytes);
+    if (!imageFolder.empty()) request.options.imageFolder = pathOfUtf8(imageFolder);
+    while (!bytes.empty())
+        request.options.assetFolders.push_back(pathOfUtf8(takeText(bytes)));
+    return request;
 }
 
 // The importing side of the pipe.
@@ -68,15 +119,15 @@ class Sender final : public Progress {
 };
 
 // Runs in the importing process.
-void import(const std::filesystem::path& file, const AssimpOptions& options, const IsolationLimits& limits,
-            const SendMessage& send) {
-    Sender sender(send, limits);
+void import(std::string_view input, const SendMessage& send) {
+    const Request request = requestOf(input);
+    Sender sender(send, request.limits);
     try {
         ImportNotes notes;
-        const SceneSnapshot scene = readWithAssimp(file, options, sender, notes);
+        const SceneSnapshot scene = readWithAssimp(request.file, request.options, sender, notes);
         for (const auto& [subject, text] : notes.notes()) {
-            std::string note = std::to_string(subject.size()) + "\n";
-            note += subject;
+            std::string note;
+            appendText(note, subject);
             note += text;
             sender.send(Kind::note, note);
         }
@@ -87,6 +138,8 @@ void import(const std::filesystem::path& file, const AssimpOptions& options, con
         sender.send(Kind::error, error.what());
     }
 }
+
+const IsolatedWork kImport("import-scene", import);
 
 // The receiving side of the pipe.
 struct Receiver {
@@ -108,8 +161,8 @@ struct Receiver {
             case Kind::advance:
                 return progress.advance(takeNumber(message));
             case Kind::note: {
-                const std::uint64_t subjectSize = takeNumber(message);
-                return notes.add(message.substr(0, subjectSize), message.substr(subjectSize));
+                const std::string_view subject = takeText(message);
+                return notes.add(subject, message);
             }
             case Kind::error:
                 error = message;
@@ -133,7 +186,7 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
                    " MiB of memory, so the file is damaged or very large" + advice;
         default:
             return "the importer crashed on this file" +
-                   (run.signal == 0 ? std::string() : " (signal " + std::to_string(run.signal) + ")") +
+                   (run.cause.empty() ? std::string() : " (" + run.cause + ")") +
                    ", so it is damaged or of an unknown kind" + advice;
     }
 }
@@ -143,12 +196,13 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
 SceneSnapshot importIsolated(const std::filesystem::path& file, const AssimpOptions& options,
                              Progress& progress, ImportNotes& notes, const IsolationLimits& limits) {
     Receiver receiver{progress, notes};
-    const IsolatedRun run = runIsolated([&](const SendMessage& send) { import(file, options, limits, send); },
-                                        [&](std::string_view message) { receiver.receive(message); }, limits,
-                                        [&progress] { progress.advance(0); });
+    const IsolatedRun run = runIsolated(
+        kImport, bytesOf({file, options, limits}),
+        [&](std::string_view message) { receiver.receive(message); }, limits,
+        [&progress] { progress.advance(0); });
     progress.advance(0);  // what stops this process may have stopped the other one first
     if (receiver.error) throw SceneError(*receiver.error);
-    const std::string name = narrowPath(file);
+    const std::string name = utf8Path(file);
     if (run.end != IsolatedRun::End::finished || receiver.snapshot.empty()) {
         throw SceneError(name + ": " + whatHappened(run, limits));
     }

@@ -10,6 +10,8 @@
 #include "cli/interrupts.h"
 #include "cli/options.h"
 #include "cli/standard_output.h"
+#include "platform/isolated_run.h"
+#include "platform/program_start.h"
 
 namespace velinor {
 namespace {
@@ -43,5 +45,8 @@ int runProgram(const std::vector<std::string>& arguments) {
 }  // namespace velinor
 
 int main(int argc, char** argv) {
-    return velinor::runProgram(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    const std::vector<std::string> arguments = velinor::programArguments(argc, argv);
+    velinor::runIsolatedWorkIfAsked(arguments);
+    const velinor::StandardStreams streams;
+    return velinor::runProgram(arguments);
 }

@@ -251,8 +251,7 @@ class SettingsParser {
 void requireFileName(const std::filesystem::path& target) {
     const std::filesystem::path name = target.filename();
     if (!name.empty() && name != "." && name != "..") return;
-    refuse(narrowPath(target) +
-           ": TARGET has no file name; write FOLDER/NAME.jsx for the package FOLDER/NAME");
+    refuse(utf8Path(target) + ": TARGET has no file name; write FOLDER/NAME.jsx for the package FOLDER/NAME");
 }
 
 void declareAssetFolders(CommandParser& parser) {

@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "cli/command_error.h"
 #include "cli/setting_options.h"
 
@@ -81,6 +87,35 @@ TEST(ParseCommandLine, CollectsAssetFolders) {
 
 TEST(ParseCommandLine, HasAnOptionForEachFieldWithAControl) {
     EXPECT_EQ(settingOptions().size(), 21U);
+}
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+TEST(OptionsDocument, ExplainsEveryOption) {
+    const std::string document = contentOf(std::filesystem::path(TOLVEX_SOURCE_DIR) / "docs/options.md");
+    for (const SettingOption& option : settingOptions()) {
+        const std::string name = "`--" + std::string(option.name) + "`";
+        EXPECT_NE(document.find(name), std::string::npos) << name;
+    }
+}
+
+TEST(OptionsDocument, CallsCheckBoxesByTheirNames) {
+    const std::filesystem::path root = TOLVEX_SOURCE_DIR;
+    const std::string document = contentOf(root / "docs/options.md");
+    std::istringstream resource(contentOf(root / "plugin/options_dialog.rc"));
+    int found = 0;
+    for (std::string line; std::getline(resource, line);) {
+        const std::size_t open = line.find('"');
+        if (line.find("AUTOCHECKBOX") == std::string::npos || open == std::string::npos) continue;
+        const std::string label = line.substr(open + 1, line.find('"', open + 1) - open - 1);
+        EXPECT_NE(document.find("| " + label + " |"), std::string::npos) << label;
+        ++found;
+    }
+    EXPECT_EQ(found, 13);
 }
 
 }  // namespace

@@ -157,7 +157,7 @@ std::optional<std::string> readDescriptor(const fs::path& folder, const char* fi
     try {
         return readSceneFile(folder / file);
     } catch (const CommandError& error) {
-        const std::string prefix = narrowPath(folder / file) + ": ";
+        const std::string prefix = utf8Path(folder / file) + ": ";
         const std::string_view text = error.what();
         faults.push_back({file, std::string(text.starts_with(prefix) ? text.substr(prefix.size()) : text)});
         return std::nullopt;

@@ -42,14 +42,14 @@ PackageReplacement::PackageReplacement(const fs::path& package, bool overwrite) 
     if (!overwrite) return;
     if (!isPackage(package)) {
         throw CommandError(kFailed,
-                           "overwrite: " + narrowPath(package) +
+                           "overwrite: " + utf8Path(package) +
                                ": is a folder with files that is no package (index.jsx and where.json are "
                                "missing); choose another TARGET");
     }
     setAside();
     if (!aside_) {
         throw CommandError(kFailed,
-                           "rename: " + narrowPath(package) +
+                           "rename: " + utf8Path(package) +
                                ": the old package cannot be set aside; check the permissions of its folder");
     }
 }
@@ -64,7 +64,7 @@ std::optional<std::string> PackageReplacement::keep() {
     std::error_code error;
     fs::remove_all(*aside_, error);
     if (!error) return std::nullopt;
-    return "remove: " + narrowPath(*aside_) + ": " + error.message() +
+    return "remove: " + utf8Path(*aside_) + ": " + error.message() +
            "; the new package is complete, remove this rest of the old one by hand";
 }
 
@@ -84,9 +84,9 @@ void PackageReplacement::putBack() {
     fs::remove_all(package_, error);
     if (aside_ && !error) fs::rename(*aside_, package_, error);
     if (!error) return;
-    std::fprintf(stderr, "tolvex: %s: %s; %s\n", printable(narrowPath(package_)).c_str(),
+    std::fprintf(stderr, "tolvex: %s: %s; %s\n", printable(utf8Path(package_)).c_str(),
                  error.message().c_str(),
-                 aside_ ? ("what stood there before is now " + printable(narrowPath(*aside_))).c_str()
+                 aside_ ? ("what stood there before is now " + printable(utf8Path(*aside_))).c_str()
                         : "remove this rest of the export by hand");
 }
 

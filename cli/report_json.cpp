@@ -35,10 +35,10 @@ ordered_json messageJson(const ReportEntry& entry) {
 
 void writeReportJson(const ExportSummary& summary, TextSink& text) {
     JsonObjectWriter document(text);
-    document.member("package", narrowPath(summary.package));
+    document.member("package", utf8Path(summary.package));
     document.list("files", [&](const auto& item) {
         for (const WrittenFile& file : summary.report.written()) {
-            item({{"path", narrowPath(file.path)}, {"bytes", file.bytes}});
+            item({{"path", utf8Path(file.path)}, {"bytes", file.bytes}});
         }
     });
     document.member("found", countsJson(summary.counts));

@@ -18,7 +18,7 @@ std::string counted(std::size_t count, std::string_view one, std::string_view ma
 // A file's path inside the package; the whole path where it lies elsewhere.
 std::string shownPath(const std::filesystem::path& file, const std::filesystem::path& package) {
     const std::filesystem::path relative = file.lexically_relative(package);
-    return printable(narrowPath(relative.empty() || *relative.begin() == ".." ? file : relative));
+    return printable(utf8Path(relative.empty() || *relative.begin() == ".." ? file : relative));
 }
 
 void writeFiles(const ExportSummary& summary, TextSink& text) {
@@ -76,7 +76,7 @@ void writeReportText(const ExportSummary& summary, TextSink& text) {
     for (const ReportEntry& entry : summary.report.entries())
         entries[entry.id].push_back(&entry);
 
-    text.write(printable(narrowPath(summary.package)) + "\n");
+    text.write(printable(utf8Path(summary.package)) + "\n");
     writeFiles(summary, text);
     writeCounts(summary.counts, text);
     writeImportNotes(summary.notes, text);

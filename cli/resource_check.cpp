@@ -18,11 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kSky = "FXUnlitSkyboxCubic";  // the sky's material, which where.json names
 
-fs::path pathOf(std::string_view name) {
-    const std::optional<std::u16string> text = toUtf16(name);
-    return text ? toPath(*text) : fs::path(std::string(name));
-}
-
 std::string inResources(const std::string& file) {
     return "resources/" + file;
 }
@@ -32,7 +27,7 @@ bool holdsCollisionMeshes(const fs::path& resources) {
     std::error_code error;
     for (fs::directory_iterator entry(resources, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
-        const std::string name = narrowPath(entry->path().filename());
+        const std::string name = utf8Path(entry->path().filename());
         if (name.ends_with(".mesh_phy.obj") || name == "failed_physics.txt") return true;
     }
     return false;
@@ -128,11 +123,11 @@ std::optional<std::string> ResourceCheck::findFile(std::string_view name) const 
 
 bool ResourceCheck::isFile(std::string_view name) const {
     std::error_code error;
-    return fs::is_regular_file(resources_ / pathOf(name), error);
+    return fs::is_regular_file(resources_ / pathOfUtf8(name), error);
 }
 
 std::optional<std::string> ResourceCheck::read(const std::string& file) {
-    const fs::path path = resources_ / pathOf(file);
+    const fs::path path = resources_ / pathOfUtf8(file);
     std::error_code error;
     const std::uintmax_t size = fs::file_size(path, error);
     errno = 0;
@@ -156,7 +151,7 @@ void ResourceCheck::readScripts() {
          entry.increment(error)) {
         std::error_code ignored;
         if (entry->path().extension() == ".material" && entry->is_regular_file(ignored)) {
-            files.push_back(narrowPath(entry->path().filename()));
+            files.push_back(utf8Path(entry->path().filename()));
         }
     }
     std::ranges::sort(files);
@@ -194,7 +189,8 @@ ResourceCheck::Presence ResourceCheck::presenceOf(const std::string& file) {
     Presence presence = Presence::missing;
     if (isPlainFileName(file) && isFile(file)) {
         std::error_code error;
-        presence = fs::file_size(resources_ / pathOf(file), error) == 0 ? Presence::empty : Presence::there;
+        presence =
+            fs::file_size(resources_ / pathOfUtf8(file), error) == 0 ? Presence::empty : Presence::there;
     }
     return textures_[file] = presence;
 }

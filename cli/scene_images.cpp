@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "hosts/assimp/image_folder.h"
+#include "platform/copy_file_over.h"
 
 namespace velinor {
 namespace {
@@ -23,7 +24,7 @@ bool isFile(const fs::path& path) {
 }
 
 std::u16string textOf(const fs::path& path) {
-    return toUtf16Lossy(narrowPath(path));
+    return toUtf16Lossy(utf8Path(path));
 }
 
 // A link takes no room; not every system lets everyone make one.
@@ -37,12 +38,12 @@ bool linkOrCopy(const fs::path& from, const fs::path& to) {
 // "room" for "room.scene.json" and "room.json".
 std::string stemOf(const fs::path& out) {
     const fs::path name = out.filename().stem();
-    return narrowPath(name.extension() == ".scene" ? name.stem() : name);
+    return utf8Path(name.extension() == ".scene" ? name.stem() : name);
 }
 
 void require(const std::error_code& error, const char* operation, const fs::path& path) {
     if (!error) return;
-    throw CommandError(kFailed, std::string(operation) + ": " + narrowPath(path) + ": " + error.message() +
+    throw CommandError(kFailed, std::string(operation) + ": " + utf8Path(path) + ": " + error.message() +
                                     "; check free space and permissions of its folder");
 }
 
@@ -58,9 +59,11 @@ void copyImages(SceneSource& source, const fs::path& folder) {
         const auto from = extracted(map, *source.images);
         if (!from) continue;
         const fs::path to = folder / from->filename();
-        std::error_code error;
-        fs::copy_file(*from, to, fs::copy_options::overwrite_existing, error);
-        require(error, "write", to);
+        try {
+            copyFileOver(*from, to);
+        } catch (const fs::filesystem_error& error) {
+            require(error.code(), "write", to);
+        }
         map.bitmap = textOf(folder.filename()) + u"/" + textOf(to.filename());
     }
 }
@@ -78,7 +81,7 @@ void linkBitmaps(SceneSource& source) {
         if (linkOrCopy(file, link)) {
             map.bitmap = textOf(link);
         } else {
-            source.notes.add(narrowPath(file),
+            source.notes.add(utf8Path(file),
                              "the bitmap cannot be found by a path with other than ASCII "
                              "letters, and not be copied either; rename it");
         }

@@ -14,6 +14,7 @@
 #include "cli/isolated_import.h"
 #include "hosts/ase/ase_reader.h"
 #include "hosts/assimp/assimp_reader.h"
+#include "platform/open_file.h"
 
 namespace velinor {
 namespace {
@@ -23,10 +24,6 @@ namespace fs = std::filesystem;
 [[noreturn]] void refuse(const std::string& file, const std::string& text) {
     throw CommandError(kNotRun, file + ": " + text);
 }
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 std::string readToEnd(std::FILE* file, const std::string& name) {
     constexpr std::size_t kPiece = 1 << 20;
@@ -63,7 +60,7 @@ std::string readableEndings() {
 void requireFile(const fs::path& file) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
-    const std::string name = narrowPath(file);
+    const std::string name = utf8Path(file);
     if (status.type() == fs::file_type::not_found) refuse(name, "does not exist; check the path");
     if (fs::is_directory(status)) refuse(name, "is a folder; name a scene file in it");
     if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
@@ -84,8 +81,8 @@ std::unique_ptr<TemporaryFolder> makeImageFolder() {
         return std::make_unique<TemporaryFolder>();
     } catch (const std::system_error& error) {
         throw CommandError(kFailed, "create_directory: a folder for images of the scene cannot be made: " +
-                                        error.code().message() +
-                                        "; set TMPDIR to a folder that can be written to");
+                                        error.code().message() + "; set " + kTemporaryFolderVariable +
+                                        " to a folder that can be written to");
     }
 }
 
@@ -94,13 +91,13 @@ void requireFolders(const std::vector<fs::path>& folders) {
     for (const fs::path& folder : folders) {
         std::error_code error;
         if (!fs::is_directory(folder, error))
-            refuse(narrowPath(folder), "is no folder; name an existing one for --asset-folder");
+            refuse(utf8Path(folder), "is no folder; name an existing one for --asset-folder");
     }
 }
 
 // The folder's path as a scene holds it.
 std::u16string hostPath(const fs::path& folder) {
-    const std::string path = narrowPath(fs::absolute(folder));
+    const std::string path = utf8Path(fs::absolute(folder));
     const auto text = toUtf16(path);
     if (!text) refuse(path, "is not valid UTF-8; rename the folder");
     return *text;
@@ -109,12 +106,12 @@ std::u16string hostPath(const fs::path& folder) {
 SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOptions& wanted) {
     if (scene == "-") return readStandardInput();
     if (const auto encoding = snapshotEncodingByEnding(scene)) {
-        return {readSnapshot(readSceneFile(scene), *encoding, narrowPath(scene)), folderOf(scene), {}, {}};
+        return {readSnapshot(readSceneFile(scene), *encoding, utf8Path(scene)), folderOf(scene), {}, {}};
     }
     requireFile(scene);
     const bool isAse = isAseFile(scene);
     if (!isAse && !canReadWithAssimp(scene)) {
-        refuse(narrowPath(scene), "files of this ending cannot be read; these can: " + readableEndings());
+        refuse(utf8Path(scene), "files of this ending cannot be read; these can: " + readableEndings());
     }
     SceneSource source;
     source.folder = folderOf(scene);
@@ -137,11 +134,11 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
 }  // namespace
 
 std::string sceneName(const fs::path& scene) {
-    return scene == "-" ? "standard input" : narrowPath(scene);
+    return scene == "-" ? "standard input" : utf8Path(scene);
 }
 
 std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
-    const std::string name = narrowPath(file.filename());
+    const std::string name = utf8Path(file.filename());
     if (endsWith(name, ".json")) return SnapshotEncoding::json;
     if (endsWith(name, ".cbor")) return SnapshotEncoding::cbor;
     return std::nullopt;
@@ -149,8 +146,8 @@ std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
 
 std::string readSceneFile(const fs::path& file) {
     requireFile(file);
-    const std::string name = narrowPath(file);
-    const std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(name.c_str(), "rb"));
+    const std::string name = utf8Path(file);
+    const OpenedFile stream = openFile(file, "rb");
     if (!stream) {
         refuse(name, "cannot be read: " + std::generic_category().message(errno) + "; check its permissions");
     }

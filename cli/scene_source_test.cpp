@@ -8,6 +8,7 @@
 #include "cli/command_error.h"
 #include "cli/interrupts.h"
 #include "hosts/snapshot/scene_error.h"
+#include "tests/support/environment.h"
 
 namespace velinor {
 namespace {
@@ -25,9 +26,6 @@ class StoppedProgress final : public Progress {
 
 class SceneSourceTest : public testing::Test {
   protected:
-    SceneSourceTest() { setenv("TMPDIR", temporary_.path().c_str(), 1); }
-    ~SceneSourceTest() override { unsetenv("TMPDIR"); }
-
     fs::path write(const std::string& name, const std::string& text) const {
         std::ofstream(folder_.path() / name) << text;
         return folder_.path() / name;
@@ -39,6 +37,7 @@ class SceneSourceTest : public testing::Test {
   private:
     TemporaryFolder temporary_;
     TemporaryFolder folder_;
+    TemporaryFilesIn variable_{temporary_.path()};
 };
 
 TEST_F(SceneSourceTest, TheFolderForImagesLivesAsLongAsTheScene) {
@@ -86,14 +85,16 @@ TEST_F(SceneSourceTest, AseFilesAreReadHereWithTheirNotes) {
 
 TEST_F(SceneSourceTest, WhereNoneCanBeMadeTheMessageTellsWhatToDo) {
     const fs::path scene = write("a.obj", triangle_);
-    setenv("TMPDIR", (scene / "none").c_str(), 1);
+    const TemporaryFilesIn variable(scene / "none");
     NoProgress progress;
     try {
         openScene(scene, progress, {SceneImages::extract});
         ADD_FAILURE() << "nothing was thrown";
     } catch (const CommandError& error) {
         EXPECT_EQ(error.status(), kFailed);
-        EXPECT_NE(std::string(error.what()).find("set TMPDIR"), std::string::npos) << error.what();
+        EXPECT_NE(std::string(error.what()).find("set " + std::string(kTemporaryFolderVariable) + " to"),
+                  std::string::npos)
+            << error.what();
     }
 }
 

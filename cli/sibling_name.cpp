@@ -27,7 +27,7 @@ std::string shortened(std::string name) {
 fs::path unusedSibling(const fs::path& path, std::string_view purpose) {
     std::random_device random;
     const std::string start =
-        "." + shortened(narrowPath(path.filename())) + ".tolvex-" + std::string(purpose) + "-";
+        "." + shortened(utf8Path(path.filename())) + ".tolvex-" + std::string(purpose) + "-";
     for (;;) {
         fs::path candidate = path.parent_path() / toPath(toUtf16Lossy(start + std::to_string(random())));
         std::error_code error;

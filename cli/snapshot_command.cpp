@@ -12,6 +12,7 @@
 #include "cli/scene_source.h"
 #include "cli/sibling_name.h"
 #include "cli/standard_output.h"
+#include "platform/open_file.h"
 
 namespace velinor {
 namespace {
@@ -19,16 +20,16 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void fail(const char* operation, const fs::path& path, const std::string& reason) {
-    throw CommandError(kFailed, std::string(operation) + ": " + narrowPath(path) + ": " + reason +
+    throw CommandError(kFailed, std::string(operation) + ": " + utf8Path(path) + ": " + reason +
                                     "; check free space and permissions of its folder");
 }
 
 // The reason why `bytes` are not all in the file `path`; empty where they are.
 std::string writeBytes(const fs::path& path, const std::string& bytes) {
-    std::FILE* file = std::fopen(narrowPath(path).c_str(), "wb");
-    if (file == nullptr) return std::generic_category().message(errno);
-    int error = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() ? 0 : errno;
-    if (std::fclose(file) != 0 && error == 0) error = errno;
+    OpenedFile file = openFile(path, "wb");
+    if (!file) return std::generic_category().message(errno);
+    int error = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() ? 0 : errno;
+    if (std::fclose(file.release()) != 0 && error == 0) error = errno;
     return error == 0 ? std::string() : std::generic_category().message(error);
 }
 
@@ -58,7 +59,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     const auto encoding = snapshotEncodingByEnding(arguments.out);
     if (!encoding) {
         throw CommandError(kNotRun,
-                           narrowPath(arguments.out) +
+                           utf8Path(arguments.out) +
                                ": the ending does not say how to write it; use .scene.json or .scene.cbor");
     }
     ProgressBar progress(progressStyleOfStandardError());
@@ -73,7 +74,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     images.keep();
 
     StandardOutput output;
-    output.write(printable(narrowPath(arguments.out)) + "\n");
+    output.write(printable(utf8Path(arguments.out)) + "\n");
     output.finish();
     return kDone;
 }

@@ -18,8 +18,19 @@ if(TOLVEX_SANITIZE)
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(tolvex_flags INTERFACE -fsanitize=${TOLVEX_SANITIZE})
 endif()
+if(WIN32)
+    # Without symbols and the time of the build, so that the same sources give the same bytes.
+    target_link_options(tolvex_flags INTERFACE -s -Wl,--no-insert-timestamp)
+endif()
 if(TOLVEX_FUZZ)
     target_compile_options(tolvex_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# Where the files of this machine are for the test programs: Wine shows them as a drive. Goes before absolute paths that are
+# compiled into a test program.
+set(TOLVEX_DRIVE "")
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+    set(TOLVEX_DRIVE "Z:")
 endif()
 
 # tolvex_library(NAME SOURCES ... [PUBLIC targets...] [PRIVATE targets...])
@@ -31,14 +42,26 @@ function(tolvex_library name)
     target_link_libraries(tolvex_${name} PUBLIC tolvex_flags ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
 endfunction()
 
-# tolvex_tests(NAME SOURCES ... [LIBRARIES targets...])
-# Declares the test program of a folder and registers each of its tests with CTest.
+# tolvex_tests(NAME SOURCES ... [LIBRARIES targets...] [SCREEN])
+# Declares the test program of a folder and registers each of its tests with CTest. With SCREEN the tests open windows, and run
+# one after the other: they would find each other's.
 function(tolvex_tests name)
     if(NOT TOLVEX_TESTS)
         return()
     endif()
-    cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "SCREEN" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name}_tests ${arg_SOURCES})
-    target_link_libraries(${name}_tests PRIVATE tolvex_flags ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
-    gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}/" PROPERTIES TIMEOUT 300)
+    target_link_libraries(${name}_tests PRIVATE tolvex_flags tolvex_test_main ${arg_LIBRARIES} GTest::gmock)
+    # Tests run once; compiling them fast saves more than running them fast.
+    target_compile_options(${name}_tests PRIVATE -O0)
+    set(properties TIMEOUT 300)
+    if(arg_SCREEN)
+        list(APPEND properties RESOURCE_LOCK screen)
+    endif()
+    if(WIN32)
+        # One folder for all, so that the libraries which they load stand there once.
+        set_target_properties(${name}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/test-programs)
+    endif()
+    gtest_discover_tests(${name}_tests
+        DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}/" PROPERTIES ${properties})
 endfunction()

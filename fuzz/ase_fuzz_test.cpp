@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string>
 
+#include "base/text.h"
 #include "fuzz/ase_fuzz_body.h"
 
 namespace velinor {
@@ -15,7 +16,7 @@ namespace {
 TEST(AseFuzz, HoldsForTheCorpus) {
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(TOLVEX_ASE_CORPUS)) {
-        const std::string name = entry.path().filename().string();
+        const std::string name = utf8Path(entry.path().filename());
         SCOPED_TRACE(name);
         std::ifstream file(entry.path(), std::ios::binary);
         EXPECT_EQ(fuzzAse(std::string(std::istreambuf_iterator<char>(file), {})), name.starts_with("scene"));

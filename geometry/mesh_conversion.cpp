@@ -46,7 +46,7 @@ void addFailureRecord(const fs::path& log, const std::string& baseName, Report& 
     record.resize(kRecordSize);
     TextFile file(log, TextFile::Mode::append);
     file.write(record);
-    if (!file.close()) report.add(MessageId::fileNotWritten, narrowPath(log), file.error());
+    if (!file.close()) report.add(MessageId::fileNotWritten, utf8Path(log), file.error());
 }
 
 // Notes a file that a tool left. That it is there proves little: tools leave empty and cut-off files.
@@ -54,7 +54,7 @@ void reportOutput(const fs::path& file, const ToolRun& run, Report& report) {
     std::error_code error;
     const std::uintmax_t bytes = fs::file_size(file, error);
     report.addWritten(file, error ? 0 : bytes);
-    const std::string name = narrowPath(file.filename());
+    const std::string name = utf8Path(file.filename());
     if (!error && bytes == 0) {
         report.add(MessageId::toolOutputEmpty, name, describe(run));
     } else if (!hasSucceeded(run)) {
@@ -68,7 +68,7 @@ void makeBinaryMesh(const MeshConversionContext& context, const std::string& bas
         context.tools.run(converterCommand(context.folders.pluginFolder, files.xml, files.binary));
     if (isThere(files.binary)) return reportOutput(files.binary, run, context.report);
     addFailureRecord(context.folders.resourcesFolder / "failed_mesh.txt", baseName, context.report);
-    context.report.add(MessageId::meshNotConverted, narrowPath(files.binary.filename()), describe(run));
+    context.report.add(MessageId::meshNotConverted, utf8Path(files.binary.filename()), describe(run));
 }
 
 void makeCollisionMesh(const MeshConversionContext& context, const std::string& baseName,
@@ -93,7 +93,7 @@ void makeCollisionMesh(const MeshConversionContext& context, const std::string& 
         return;
     }
     addFailureRecord(context.folders.resourcesFolder / "failed_physics.txt", baseName, context.report);
-    context.report.add(MessageId::collisionMeshNotMade, narrowPath(files.collision.filename()),
+    context.report.add(MessageId::collisionMeshNotMade, utf8Path(files.collision.filename()),
                        run ? describe(*run) : "it was there a moment ago");
 }
 
@@ -108,7 +108,7 @@ bool convertMesh(const MeshConversionContext& context, const std::string& baseNa
 
 void reportMissingTools(const PackageFolders& folders, const ExportSettings& settings, Report& report) {
     const auto requireTool = [&report](const fs::path& tool) {
-        if (!isThere(tool)) report.add(MessageId::toolMissing, narrowPath(tool));
+        if (!isThere(tool)) report.add(MessageId::toolMissing, utf8Path(tool));
     };
     requireTool(meshConverterPath(folders.pluginFolder));
     if (settings.generatePhysicalMeshes) requireTool(meshProcessorPath(folders.pluginFolder));

@@ -7,6 +7,7 @@
 #include <functional>
 #include <sstream>
 
+#include "base/text.h"
 #include "platform/temporary_folder.h"
 
 namespace velinor {
@@ -82,7 +83,7 @@ class MeshConversionTest : public testing::Test {
 
 TEST_F(MeshConversionTest, MakesBothFilesOfAMesh) {
     EXPECT_TRUE(convert("Chair"));
-    EXPECT_THAT(tools_.converted, ElementsAre((resources_ / "Chair.mesh.xml").string()));
+    EXPECT_THAT(tools_.converted, ElementsAre(utf8Path(resources_ / "Chair.mesh.xml")));
     EXPECT_THAT(tools_.options, ElementsAre("-meshDecimation 10 10 0.303030"));
     EXPECT_TRUE(exists("Chair.mesh"));
     EXPECT_TRUE(exists("Chair.mesh_phy.obj"));
@@ -169,8 +170,8 @@ TEST_F(MeshConversionTest, TellsToolsThatFailAndLeaveAFile) {
 TEST_F(MeshConversionTest, TellsToolsThatAreMissing) {
     reportMissingTools(folders_, settings_, report_);
     const fs::path tools = folders_.pluginFolder / "tolvex/ogrexmltools";
-    EXPECT_THAT(told(), ElementsAre("tool-missing " + (tools / "OgreXMLConverter.exe").string() + " ",
-                                    "tool-missing " + (tools / "meshprocessor.exe").string() + " "));
+    EXPECT_THAT(told(), ElementsAre("tool-missing " + utf8Path(tools / "OgreXMLConverter.exe") + " ",
+                                    "tool-missing " + utf8Path(tools / "meshprocessor.exe") + " "));
 }
 
 TEST_F(MeshConversionTest, NeedsOnlyTheToolsThatTheSettingsAskFor) {

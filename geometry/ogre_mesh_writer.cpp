@@ -86,7 +86,7 @@ void writeFile(const MeshWriterContext& context, const std::string& baseName, co
     writeOgreMeshText(geometry, materials, mapChannelCount, watched);
     file.write("\n");
     if (!file.close()) {
-        context.report.add(MessageId::fileNotWritten, narrowPath(path), file.error());
+        context.report.add(MessageId::fileNotWritten, utf8Path(path), file.error());
     } else if (!context.settings.cleanExportFolder) {  // which would remove it in the end
         context.report.addWritten(path, file.bytesWritten());
     }

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "base/number_format.h"
-#include "base/text.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {

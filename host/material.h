@@ -38,6 +38,10 @@ class IGameMaterial {
   public:
     virtual ~IGameMaterial() = default;
 
+    // What tells materials apart and orders them: an address of the host that is this material's alone. An
+    // adapter gives that of what it stands for.
+    virtual const void* handle() const { return this; }
+
     // The displayed class name: "Physical Material", "Standard", …
     virtual HostText GetMaterialClass() const = 0;
     virtual HostText GetMaterialName() const = 0;

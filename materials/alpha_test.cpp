@@ -9,6 +9,8 @@
 #include <mutex>
 #include <system_error>
 
+#include "base/text.h"
+
 namespace velinor {
 namespace {
 
@@ -41,8 +43,9 @@ bool hasCount(VipsImage* histogram, int bins) {
                        [](std::uint8_t byte) { return byte != 0; });
 }
 
-bool isRegularFile(const std::string& path) {
-    if (path.find('\0') != std::string::npos) return false;
+bool isRegularFile(const std::filesystem::path& path) {
+    if (path.native().find(std::filesystem::path::value_type{}) != std::filesystem::path::string_type::npos)
+        return false;
     std::error_code error;
     return std::filesystem::is_regular_file(path, error);  // opening a pipe would wait for its other end
 }
@@ -101,10 +104,11 @@ bool hasLowAlpha(const std::string& path) {
 
 }  // namespace
 
-AlphaAnswer testAlpha(const std::string& path) {
+AlphaAnswer testAlpha(const std::filesystem::path& path) {
     Complaints complaints;
-    if (!isRegularFile(path) || vips_foreign_is_a("pngload", path.c_str()) == 0) return {};
-    const bool isLow = hasLowAlpha(path);
+    const std::string name = utf8Path(path);  // as the library takes it on every system
+    if (!isRegularFile(path) || vips_foreign_is_a("pngload", name.c_str()) == 0) return {};
+    const bool isLow = hasLowAlpha(name);
     forgetOpenedFiles();
     return {isLow, complaints.first()};
 }

@@ -1,6 +1,7 @@
 // Whether an image is see-through somewhere.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace velinor {
@@ -17,6 +18,6 @@ struct AlphaAnswer {
 // range: below 64 of 8 bits, below 16384 of 16 bits. No for everything else: other files, images without a
 // fourth band, files that cannot be read. A PNG that is damaged, or whose alpha is not the fourth band, is a
 // fault, too.
-AlphaAnswer testAlpha(const std::string& path);
+AlphaAnswer testAlpha(const std::filesystem::path& path);
 
 }  // namespace velinor

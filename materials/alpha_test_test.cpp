@@ -1,5 +1,6 @@
 #include "materials/alpha_test.h"
 
+#include "base/text.h"
 #include "materials/materials_test_support.h"
 
 namespace velinor {
@@ -11,7 +12,7 @@ class AlphaTest : public MaterialsTest {
     bool hasLow(const TestImage<Sample>& image, const char* name = "a.png", const char* option = nullptr) {
         const std::filesystem::path path = sources_ / name;
         saveImage(image, path, option);
-        const AlphaAnswer answer = testAlpha(path.string());
+        const AlphaAnswer answer = testAlpha(path);
         EXPECT_EQ(answer.fault, "");
         return answer.isLow;
     }
@@ -64,7 +65,7 @@ TEST_F(AlphaTest, AnswersNoForGreyWithAlphaAndSaysWhy) {
     saveImage(pixel({128, 0}), sources_ / "a.png");
     saveImage(TestImage<std::uint16_t>{1, 1, 2, {128, 0}}, sources_ / "b.png");
     for (const char* name : {"a.png", "b.png"}) {
-        const AlphaAnswer answer = testAlpha((sources_ / name).string());
+        const AlphaAnswer answer = testAlpha(sources_ / name);
         EXPECT_FALSE(answer.isLow);
         EXPECT_NE(answer.fault, "");
     }
@@ -85,11 +86,11 @@ TEST_F(AlphaTest, FindsInterlacedValues) {
 TEST_F(AlphaTest, KnowsPngByItsContent) {
     EXPECT_TRUE(hasLow(pixel({1, 2, 3, 0})));
     std::filesystem::rename(sources_ / "a.png", sources_ / "a.jpg");
-    EXPECT_TRUE(testAlpha((sources_ / "a.jpg").string()).isLow);
+    EXPECT_TRUE(testAlpha(sources_ / "a.jpg").isLow);
     EXPECT_FALSE(hasLow(pixel({1, 2, 3}), "b.jpg"));
     EXPECT_FALSE(hasLow(pixel({1, 2, 3, 0}), "b.tif")) << "transparent, and no PNG";
     std::filesystem::rename(sources_ / "b.tif", sources_ / "b.png");
-    EXPECT_EQ(testAlpha((sources_ / "b.png").string()), AlphaAnswer());
+    EXPECT_EQ(testAlpha(sources_ / "b.png"), AlphaAnswer());
 }
 
 TEST_F(AlphaTest, AnswersNoForWhatIsNoImage) {
@@ -97,7 +98,7 @@ TEST_F(AlphaTest, AnswersNoForWhatIsNoImage) {
     writeFile(sources_ / "text.png", "no image");
     std::filesystem::create_directory(sources_ / "folder.png");
     for (const char* name : {"empty.png", "text.png", "folder.png", "nowhere.png"})
-        EXPECT_EQ(testAlpha((sources_ / name).string()), AlphaAnswer()) << name;
+        EXPECT_EQ(testAlpha(sources_ / name), AlphaAnswer()) << name;
     EXPECT_EQ(testAlpha(""), AlphaAnswer());
     EXPECT_EQ(testAlpha(std::string("a\0b", 3)), AlphaAnswer());
     EXPECT_EQ(testAlpha(std::string(1 << 20, 'x')), AlphaAnswer());
@@ -113,13 +114,13 @@ TEST_F(AlphaTest, SaysOfADamagedPngThatItIs) {
     const std::filesystem::path cut = sources_ / "cut.png";
     for (std::size_t length = 8; length + 12 < whole.size(); length += 97) {
         writeFile(cut, whole.substr(0, length));
-        EXPECT_NE(testAlpha(cut.string()).fault, "") << length << " of " << whole.size() << " bytes";
+        EXPECT_NE(testAlpha(cut).fault, "") << length << " of " << whole.size() << " bytes";
     }
     std::string damaged = whole;
     damaged[16] = '\x7F';  // a width of 2 billion pixels, with a checksum that does not fit
     writeFile(cut, damaged);
-    EXPECT_FALSE(testAlpha(cut.string()).isLow);
-    EXPECT_NE(testAlpha(cut.string()).fault, "");
+    EXPECT_FALSE(testAlpha(cut).isLow);
+    EXPECT_NE(testAlpha(cut).fault, "");
 }
 
 TEST_F(AlphaTest, LooksAgainAtAFileThatWasReplaced) {

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "materials/texture_placement.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -204,7 +205,7 @@ void ChannelCollector::feed(std::string_view key, const host::Texmap& map) {
     ChannelSlot& fed = slot(key);
     fed.hostPath = resolveMapFile(context_.host, map.GetMapName());
     fed.sourcePath = lowBytes(fed.hostPath);
-    fed.textureFileName = lastPathComponent(fed.sourcePath);
+    fed.textureFileName = narrowFileName(pathOfNarrow(fed.sourcePath));
 }
 
 }  // namespace

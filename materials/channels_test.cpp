@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "base/text.h"
 #include "materials/materials_test_support.h"
 
 namespace velinor {
@@ -24,7 +25,7 @@ class ChannelsTest : public MaterialsTest {
     // The slot that `map` feeds, in the given place of the scene's folder.
     ChannelSlot fedBy(const std::string& file, Color color) const {
         const std::filesystem::path path = sources_ / file;
-        return {color, path.string(), path.filename().string(), path.u16string()};
+        return {color, utf8Path(path), utf8Path(path.filename()), path.u16string()};
     }
 };
 
@@ -221,9 +222,8 @@ TEST_F(ChannelsTest, FindFilesWhereTheHostFindsThem) {
     addMap(u"Bitmap", u"/lost/nowhere.png");
     addStandard(u"S").textureMaps = {{1, 0}, {2, 1}, {3, 2}};
     ChannelTable channels = collect();
-    EXPECT_EQ(channels["diffuse"].sourcePath, (assets / "wood.png").string());
-    EXPECT_EQ(channels["metallic"].sourcePath, (sources_ / "here.png").string())
-        << "not the current folder's";
+    EXPECT_EQ(channels["diffuse"].sourcePath, utf8Path(assets / "wood.png"));
+    EXPECT_EQ(channels["metallic"].sourcePath, utf8Path(sources_ / "here.png")) << "not the current folder's";
     EXPECT_EQ(channels["roughness"].sourcePath, "/lost/nowhere.png");
 }
 

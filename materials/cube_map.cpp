@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "materials/texture_placement.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -13,7 +14,7 @@ namespace fs = std::filesystem;
 
 void reportNotPlaced(const MaterialWriterContext& context, std::string_view purpose, const fs::path& source,
                      const FileCopy& copy) {
-    const std::string name = source.empty() ? "no file is chosen" : shownBytes(narrowPath(source));
+    const std::string name = source.empty() ? "no file is chosen" : shownPath(source);
     if (copy.outcome == FileCopy::Outcome::unreadable) {
         reportOnce(context, MessageId::textureUnreadable, purpose, name + ": " + copy.reason);
     } else {
@@ -30,11 +31,11 @@ void placeCubeMap(const MaterialWriterContext& context, std::string_view purpose
         isShipped ? context.folders.pluginFolder / "tolvex" / "res" / fs::path(kShippedCubeMap) : chosen;
     if (!isScriptWord(textureName) && !chosen.empty())
         reportOnce(context, MessageId::cubeMapNameBreaksScript, purpose, shownBytes(textureName));
-    const FileCopy copy = placeTexture(context, source, textureName);
+    const FileCopy copy = placeTexture(context, source, isShipped ? source.filename() : fileNameOf(chosen));
     if (!copy.isPlaced()) {
         reportNotPlaced(context, purpose, source, copy);
     } else if (!isShipped && copy.outcome == FileCopy::Outcome::done && !isCubeMap(source)) {
-        reportOnce(context, MessageId::cubeMapNotCube, purpose, shownBytes(narrowPath(source)));
+        reportOnce(context, MessageId::cubeMapNotCube, purpose, shownPath(source));
     }
 }
 

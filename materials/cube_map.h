@@ -12,8 +12,9 @@ namespace velinor {
 // The cube map that comes with the exporter. The name is compared as it stands, its case included.
 inline constexpr std::string_view kShippedCubeMap = "default.dds";
 
-// Copies the cube map `chosen` into the resources folder under the name `textureName`, its last component;
-// for the name "default.dds" the one that comes with the exporter. `purpose` names it in the report
+// Copies the cube map `chosen` into the resources folder under its last component, of which `textureName` is
+// the narrow form; for the name "default.dds" the one that comes with the exporter. `purpose` names it in the
+// report
 // ("reflection map"), which tells where it is missing, is no cube map or has a name that scripts cannot hold.
 // Throws as placeTexture does.
 void placeCubeMap(const MaterialWriterContext& context, std::string_view purpose,

@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 
 MaterialVariant materialVariant(const host::IGameMaterial* material, const ExportSettings& settings) {
     return {material == nullptr ? "default" : sanitiseName(toUtf8(material->GetMaterialName())),
-            std::string(lastPathComponent(narrowPath(settings.customReflectionMap)))};
+            narrowFileName(settings.customReflectionMap)};
 }
 
 void registerMaterial(MaterialMap& materials, host::IGameMaterial* material, const MaterialVariant& variant) {

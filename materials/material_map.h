@@ -22,9 +22,21 @@ struct MaterialVariant {
 // The forms of one material, each once, in the order in which meshes ask for them.
 using MaterialGroup = std::vector<MaterialVariant>;
 
-// The materials to write, in ascending order of their addresses. The missing material, null, comes first: an
-// empty slot of a multi-material stands for it. The host owns the materials.
-using MaterialMap = std::map<host::IGameMaterial*, MaterialGroup, std::less<>>;
+// Orders materials by their handles in the host. The missing material, null, comes first.
+struct MaterialHandleOrder {
+    bool operator()(const host::IGameMaterial* a, const host::IGameMaterial* b) const {
+        return std::less<>()(handleOf(a), handleOf(b));
+    }
+
+  private:
+    static const void* handleOf(const host::IGameMaterial* material) {
+        return material == nullptr ? nullptr : material->handle();
+    }
+};
+
+// The materials to write, in ascending order of their handles. An empty slot of a multi-material stands for
+// the missing material. The host owns the materials.
+using MaterialMap = std::map<host::IGameMaterial*, MaterialGroup, MaterialHandleOrder>;
 
 // The form of `material` in this export. A missing one, null, is called "default".
 MaterialVariant materialVariant(const host::IGameMaterial* material, const ExportSettings& settings);

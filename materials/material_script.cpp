@@ -26,6 +26,7 @@
 #include "materials/script_file.h"
 #include "materials/texture_placement.h"
 #include "materials/textures.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -93,7 +94,7 @@ void appendUnit(std::string& text, const TextureUnit& unit, std::string_view tex
 AlphaAnswer alphaOf(const std::string& path, PlacedFiles& placed) {
     const auto known = placed.alphaOf(path);
     if (known) return *known;
-    AlphaAnswer alpha = testAlpha(path);
+    AlphaAnswer alpha = testAlpha(pathOfNarrow(path));
     placed.noteAlpha(path, alpha);
     return alpha;
 }

@@ -1,5 +1,6 @@
 #include "materials/material_script.h"
 
+#include "base/text.h"
 #include "materials/materials_test_support.h"
 
 namespace velinor {
@@ -301,7 +302,7 @@ TEST_F(MaterialScriptTest, IsReportedWhereItCannotBeWritten) {
     addStandard(u"Box");
     EXPECT_TRUE(write(0));
     EXPECT_THAT(told(),
-                ElementsAre("file-not-written | " + target("Box.material").string() + " | Is a directory"));
+                ElementsAre("file-not-written | " + utf8Path(target("Box.material")) + " | Is a directory"));
     EXPECT_FALSE(std::ranges::any_of(
         report_.written(), [](const WrittenFile& file) { return file.path.extension() == ".material"; }));
 }

@@ -16,6 +16,7 @@
 
 #include "base/progress.h"
 #include "base/report.h"
+#include "base/text.h"
 #include "hosts/snapshot/snapshot_host.h"
 #include "materials/image_library.h"
 #include "materials/material_map.h"
@@ -190,7 +191,7 @@ class MaterialsTest : public testing::Test {
     std::vector<std::string> placedNames() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(folders_.resourcesFolder))
-            names.push_back(entry.path().filename().string());
+            names.push_back(utf8Path(entry.path().filename()));
         std::ranges::sort(names);
         return names;
     }

@@ -1,6 +1,8 @@
 #include "materials/placed_files.h"
 
 #include "base/text.h"
+#include "platform/file_name_key.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -14,18 +16,18 @@ std::pair<fs::path, fs::path> ordered(const fs::path& a, const fs::path& b) {
 }  // namespace
 
 std::optional<fs::path> PlacedFiles::sourceOf(const fs::path& target) const {
-    const auto found = sources_.find(target);
+    const auto found = sources_.find(fileNameKey(target));
     if (found == sources_.end()) return std::nullopt;
     return found->second;
 }
 
 void PlacedFiles::noteCopied(const fs::path& target, const fs::path& source) {
-    sources_[target] = source;
+    sources_[fileNameKey(target)] = source;
     alphas_.erase(narrowPath(target));
 }
 
 void PlacedFiles::noteGenerated(const fs::path& target) {
-    sources_[target].clear();
+    sources_[fileNameKey(target)].clear();
 }
 
 std::optional<bool> PlacedFiles::comparisonOf(const fs::path& a, const fs::path& b) const {
@@ -52,7 +54,7 @@ std::optional<std::string> PlacedFiles::claimScript(std::string_view scriptName,
                                                     const host::IGameMaterial* material,
                                                     std::string_view materialName) {
     const auto [found, isNew] =
-        scripts_.try_emplace(std::string(scriptName), Owner{material, std::string(materialName)});
+        scripts_.try_emplace(fileNameKey(pathOfUtf8(scriptName)), Owner{material, std::string(materialName)});
     if (isNew || found->second.material == material) return std::nullopt;
     std::string previous = std::move(found->second.name);
     found->second = {material, std::string(materialName)};

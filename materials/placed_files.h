@@ -17,7 +17,8 @@
 
 namespace velinor {
 
-// The memory of one export. Looks at no disk.
+// The memory of one export. Looks at no disk. Targets and scripts whose names are one file to the system are
+// one.
 class PlacedFiles {
   public:
     // Where the content of `target` came from: a file's path, empty for a generated image, nothing where this
@@ -51,10 +52,10 @@ class PlacedFiles {
     };
     using Pair = std::pair<std::filesystem::path, std::filesystem::path>;
 
-    std::map<std::filesystem::path, std::filesystem::path> sources_;  // by target
+    std::map<std::filesystem::path::string_type, std::filesystem::path> sources_;  // by target's key
     std::map<Pair, bool> comparisons_;
     std::map<std::string, AlphaAnswer> alphas_;
-    std::map<std::string, Owner, std::less<>> scripts_;
+    std::map<std::filesystem::path::string_type, Owner> scripts_;  // by key
     std::set<std::tuple<MessageId, std::string, std::string>> told_;
 };
 

@@ -1,8 +1,8 @@
 #include "materials/sky_material.h"
 
-#include "base/text.h"
 #include "materials/cube_map.h"
 #include "materials/script_file.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -46,8 +46,7 @@ std::string skyScriptText(std::string_view textureName) {
 }
 
 bool writeSkyMaterial(const MaterialWriterContext& context) {
-    const std::string chosen = narrowPath(context.settings.customEnvironmentMap);
-    const std::string_view textureName = lastPathComponent(chosen);
+    const std::string textureName = narrowFileName(context.settings.customEnvironmentMap);
     claimName(context);
     placeCubeMap(context, "environment map", context.settings.customEnvironmentMap, textureName);
     writeResourceText(context, std::string(kSkyMaterialName) + ".material", skyScriptText(textureName));

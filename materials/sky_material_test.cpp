@@ -1,5 +1,6 @@
 #include "materials/sky_material.h"
 
+#include "base/text.h"
 #include "materials/material_script.h"
 #include "materials/materials_test_support.h"
 
@@ -87,13 +88,13 @@ TEST_F(SkyMaterialTest, ReportsAMissingShippedCubeMap) {
     const auto shipped = folders_.pluginFolder / "tolvex" / "res" / "default.dds";
     std::filesystem::remove(shipped);
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(told(), ElementsAre("cube-map-missing | environment map | " + shipped.string()));
+    EXPECT_THAT(told(), ElementsAre("cube-map-missing | environment map | " + utf8Path(shipped)));
 }
 
 TEST_F(SkyMaterialTest, ReportsAFolderInPlaceOfACubeMap) {
     settings_.customEnvironmentMap = sources_;
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(told(), ElementsAre("texture-unreadable | environment map | " + sources_.string() +
+    EXPECT_THAT(told(), ElementsAre("texture-unreadable | environment map | " + utf8Path(sources_) +
                                     ": it is a folder"));
 }
 
@@ -135,7 +136,7 @@ TEST_F(SkyMaterialTest, WarnsOfFilesThatAreNoCubeMaps) {
         EXPECT_TRUE(writeSkyMaterial(context()));
         EXPECT_EQ(report_.entries().size() == before, isCube) << name;
         if (!isCube) {
-            EXPECT_EQ(told().back(), "cube-map-not-cube | environment map | " + (sources_ / name).string());
+            EXPECT_EQ(told().back(), "cube-map-not-cube | environment map | " + utf8Path(sources_ / name));
         }
     }
 }
@@ -159,15 +160,15 @@ TEST_F(SkyMaterialTest, TellsOfTwoCubeMapsOfOneName) {
     EXPECT_TRUE(writeMaterialScript(context(), nullptr, variant(nullptr)));
     EXPECT_TRUE(writeSkyMaterial(context()));
     EXPECT_THAT(told(),
-                ElementsAre("texture-names-equal | sky.dds | " + (sources_ / "b" / "sky.dds").string() +
-                            " and " + (sources_ / "sky.dds").string()));
+                ElementsAre("texture-names-equal | sky.dds | " + utf8Path(sources_ / "b" / "sky.dds") +
+                            " and " + utf8Path(sources_ / "sky.dds")));
     EXPECT_EQ(placedFile("sky.dds"), ddsHeader("DXT5", 0xFE));
 }
 
 TEST_F(SkyMaterialTest, IsReportedWhereItCannotBeWritten) {
     std::filesystem::create_directory(target("FXUnlitSkyboxCubic.material"));
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(told(), ElementsAre("file-not-written | " + target("FXUnlitSkyboxCubic.material").string() +
+    EXPECT_THAT(told(), ElementsAre("file-not-written | " + utf8Path(target("FXUnlitSkyboxCubic.material")) +
                                     " | Is a directory"));
 }
 

@@ -11,6 +11,7 @@
 
 #include "base/text.h"
 #include "materials/texture_placement.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -47,7 +48,7 @@ void reportFailure(const MaterialWriterContext& context, const fs::path& path) {
     std::string reason = vips_error_buffer();
     while (reason.ends_with('\n'))
         reason.pop_back();
-    reportOnce(context, MessageId::fileNotWritten, narrowPath(path), reason);
+    reportOnce(context, MessageId::fileNotWritten, utf8Path(path), reason);
     vips_error_clear();
 }
 
@@ -59,7 +60,7 @@ void writeSolidColor(const MaterialWriterContext& context, const QuantisedColor&
     bool isWritten = false;
     if (image != nullptr) {
         image->Type = VIPS_INTERPRETATION_sRGB;
-        isWritten = vips_image_write_to_file(image, narrowPath(path).c_str(), nullptr) == 0;
+        isWritten = vips_image_write_to_file(image, utf8Path(path).c_str(), nullptr) == 0;
     }
     if (isWritten) {
         std::error_code error;
@@ -88,7 +89,7 @@ std::string solidColorFileName(const QuantisedColor& color) {
 std::string placeSolidColor(const MaterialWriterContext& context, const Color& color) {
     const QuantisedColor quantised = quantise(color);
     std::string name = solidColorFileName(quantised);
-    const fs::path path = context.folders.resourcesFolder / name;
+    const fs::path path = asNarrowFile(context.folders.resourcesFolder) / name;
     if (!targetExists(path)) {
         writeSolidColor(context, quantised, path);
         return name;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
@@ -25,8 +26,8 @@ bool holdsAlready(const MaterialWriterContext& context, const fs::path& source, 
 }  // namespace
 
 FileCopy placeTexture(const MaterialWriterContext& context, const fs::path& source,
-                      std::string_view targetName) {
-    const fs::path target = context.folders.resourcesFolder / fs::path(targetName);
+                      const fs::path& targetName) {
+    const fs::path target = context.folders.resourcesFolder / targetName;
     FileCopy alreadyThere{FileCopy::Outcome::alreadyThere, {}, 0};
     const auto previous = context.placed.sourceOf(target);
     if (previous == source && !source.empty()) return alreadyThere;
@@ -52,17 +53,21 @@ void reportOnce(const MaterialWriterContext& context, MessageId id, std::string_
     if (context.placed.isNews(id, subject, detail)) context.report.add(id, subject, detail);
 }
 
-void reportEqualNames(const MaterialWriterContext& context, std::string_view targetName,
+void reportEqualNames(const MaterialWriterContext& context, const fs::path& targetName,
                       const fs::path& source, const std::optional<fs::path>& other) {
-    const std::string one = shownBytes(narrowPath(source));
+    const std::string one = shownPath(source);
     std::string two = "an earlier file of the package";
-    if (other) two = other->empty() ? "a generated colour" : shownBytes(narrowPath(*other));
+    if (other) two = other->empty() ? "a generated colour" : shownPath(*other);
     const auto& [first, second] = std::minmax(one, two);
-    reportOnce(context, MessageId::textureNamesEqual, shownBytes(targetName), first + " and " + second);
+    reportOnce(context, MessageId::textureNamesEqual, shownPath(targetName), first + " and " + second);
+}
+
+std::string shownPath(const fs::path& path) {
+    return toUtf8(toUtf16Lossy(utf8Path(path)));
 }
 
 std::string shownBytes(std::string_view bytes) {
-    return toUtf8(toUtf16Lossy(bytes));
+    return shownPath(pathOfNarrow(bytes));
 }
 
 }  // namespace velinor

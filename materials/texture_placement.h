@@ -16,7 +16,7 @@ namespace velinor {
 // std::filesystem::filesystem_error with the operation word "exists" or "copy" where the target cannot be
 // looked for or written.
 FileCopy placeTexture(const MaterialWriterContext& context, const std::filesystem::path& source,
-                      std::string_view targetName);
+                      const std::filesystem::path& targetName);
 
 // Adds a message to the report unless this export has added the same one before.
 void reportOnce(const MaterialWriterContext& context, MessageId id, std::string_view subject,
@@ -24,10 +24,11 @@ void reportOnce(const MaterialWriterContext& context, MessageId id, std::string_
 
 // Tells that `source` and `other` end on the file `targetName` of the resources folder; each pair is told
 // once. An empty `other` is a generated image, none a file that is not of these writers.
-void reportEqualNames(const MaterialWriterContext& context, std::string_view targetName,
+void reportEqualNames(const MaterialWriterContext& context, const std::filesystem::path& targetName,
                       const std::filesystem::path& source, const std::optional<std::filesystem::path>& other);
 
-// `bytes` as UTF-8 for messages, whatever they are.
+// A path, and a name in the narrow form, as UTF-8 for messages, whatever they hold.
+std::string shownPath(const std::filesystem::path& path);
 std::string shownBytes(std::string_view bytes);
 
 }  // namespace velinor

@@ -4,20 +4,12 @@
 #include "materials/cube_map.h"
 #include "materials/solid_color.h"
 #include "materials/texture_placement.h"
+#include "platform/path_text.h"
 
 namespace velinor {
 namespace {
 
 namespace fs = std::filesystem;
-
-// The path that 8 bits a character name; empty where the system's file names cannot hold them.
-fs::path pathOfBytes(const std::string& bytes) {
-    try {
-        return fs::path(bytes);
-    } catch (const std::exception&) {
-        return {};
-    }
-}
 
 void reportNotPlaced(const MaterialWriterContext& context, std::string_view materialName,
                      std::string_view key, const ChannelSlot& slot, const FileCopy& copy) {
@@ -36,7 +28,7 @@ bool isMangled(const ChannelSlot& slot, const fs::path& source) {
 
 void placeBitmap(const MaterialWriterContext& context, std::string_view materialName, std::string_view key,
                  ChannelSlot& slot) {
-    const fs::path source = pathOfBytes(slot.sourcePath);
+    const fs::path source = pathOfNarrow(slot.sourcePath);
     const std::string name = sanitiseName(slot.textureFileName);
     const FileCopy copy = placeTexture(context, source, name);
     const bool isPlaced = copy.isPlaced();

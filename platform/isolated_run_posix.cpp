@@ -16,7 +16,7 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/isolated_run.h"
+#include "platform/forked_run.h"
 
 namespace velinor {
 namespace {
@@ -180,26 +180,27 @@ IsolatedRun runOf(int status) {
     using End = IsolatedRun::End;
     if (WIFSIGNALED(status)) {
         const int signal = WTERMSIG(status);
-        if (signal == SIGXCPU) return {End::timeLimit, signal};
+        const std::string cause = "signal " + std::to_string(signal);
+        if (signal == SIGXCPU) return {End::timeLimit, cause};
         // The system's way of ending what takes the last of its memory.
-        if (signal == SIGKILL) return {End::memoryLimit, signal};
-        return {End::crashed, signal};
+        if (signal == SIGKILL) return {End::memoryLimit, cause};
+        return {End::crashed, cause};
     }
     switch (WEXITSTATUS(status)) {
         case kFinished:
-            return {End::finished, 0};
+            return {End::finished, {}};
         case kOutOfMemory:
-            return {End::memoryLimit, 0};
+            return {End::memoryLimit, {}};
         default:
-            return {End::crashed, 0};
+            return {End::crashed, {}};
     }
 }
 
 }  // namespace
 
-IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
-                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits,
-                        const std::function<void()>& whileWaiting) {
+IsolatedRun runForked(const std::function<void(const SendMessage&)>& work,
+                      const std::function<void(std::string_view)>& receive, const IsolationLimits& limits,
+                      const std::function<void()>& whileWaiting) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) throwSystemError("pipe");
     Descriptor input(ends[0]);
@@ -217,11 +218,20 @@ IsolatedRun runIsolated(const std::function<void(const SendMessage&)>& work,
     return runOf(child.wait());
 }
 
+IsolatedRun runIsolated(const IsolatedWork& work, std::string_view input,
+                        const std::function<void(std::string_view)>& receive, const IsolationLimits& limits,
+                        const std::function<void()>& whileWaiting) {
+    return runForked([&](const SendMessage& send) { work.run(input, send); }, receive, limits, whileWaiting);
+}
+
 void renewProcessorTime(const IsolationLimits& limits) {
     rusage used{};
     if (::getrusage(RUSAGE_SELF, &used) != 0) return;
     const auto seconds = static_cast<rlim_t>(used.ru_utime.tv_sec + used.ru_stime.tv_sec);
     limitProcessorTime(seconds + 1 + limits.processorSeconds);
 }
+
+// A copied process comes by its work without being asked.
+void runIsolatedWorkIfAsked(const std::vector<std::string>& /*arguments*/) {}
 
 }  // namespace velinor

@@ -8,6 +8,13 @@
 
 namespace velinor {
 
+// The environment variable that says where temporary files go.
+#ifdef _WIN32
+inline constexpr const char* kTemporaryFolderVariable = "TMP";
+#else
+inline constexpr const char* kTemporaryFolderVariable = "TMPDIR";
+#endif
+
 // An empty folder of its own among the system's temporary ones, for this user alone. It is removed, with all
 // that is in it, at the end of its owner's life; a process that is killed leaves it behind.
 class TemporaryFolder {

@@ -1,5 +1,6 @@
 #include "platform/text_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
@@ -15,6 +16,9 @@ void TextFile::write(std::string_view text) {
     errno = 0;
     stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
     bytes_ += text.size();
+#ifdef _WIN32
+    bytes_ += static_cast<std::uint64_t>(std::ranges::count(text, '\n'));  // each gets a carriage return
+#endif
     noteFailure();
 }
 

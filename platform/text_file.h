@@ -29,7 +29,7 @@ class TextFile final : public TextSink {
     // What went wrong first, in the system's words ("No space left on device"); empty where nothing did.
     const std::string& error() const { return error_; }
 
-    // The number of bytes handed to write() so far.
+    // The number of bytes written so far, with the line ends as they are in the file.
     std::uint64_t bytesWritten() const { return bytes_; }
 
   private:

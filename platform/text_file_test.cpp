@@ -4,6 +4,8 @@
 
 #include <sstream>
 
+#include "tests/support/platform_text.h"
+
 namespace velinor {
 namespace {
 
@@ -27,8 +29,19 @@ TEST(TextFile, HoldsWhatWasWrittenInOrder) {
     file.write("b\n");
     EXPECT_TRUE(file.close());
     EXPECT_EQ(file.error(), "");
-    EXPECT_EQ(file.bytesWritten(), 4U);
+    EXPECT_EQ(file.bytesWritten(), std::filesystem::file_size(path));
     EXPECT_EQ(contentOf(path), "a\nb\n");
+}
+
+TEST(TextFile, EndsLinesAsTheSystemDoes) {
+    const auto path = freshFile("lines");
+    TextFile file(path);
+    file.write("a\n\nb");
+    EXPECT_TRUE(file.close());
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    EXPECT_EQ(bytes.str(), asTextFile("a\n\nb"));
+    EXPECT_EQ(file.bytesWritten(), bytes.str().size());
 }
 
 TEST(TextFile, ReplacesAnExistingFile) {

@@ -1,5 +1,6 @@
 #include "platform/tool_runner.h"
 
+#include <cstdio>
 #include <string_view>
 #include <utility>
 
@@ -11,12 +12,20 @@ std::string_view withoutLineEnds(std::string_view text) {
     return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
+// Numbers of signals are positive. Exceptions of Windows have numbers whose highest bit is set.
+std::string causeOf(int code) {
+    if (code >= 0) return "signal " + std::to_string(code);
+    char text[32];
+    std::snprintf(text, sizeof text, "exception 0x%08X", static_cast<unsigned>(code));
+    return text;
+}
+
 std::string endOf(const ToolRun& run) {
     switch (run.end) {
         case ToolRun::End::exited:
             return "exit status " + std::to_string(run.code);
         case ToolRun::End::crashed:
-            return "ended by signal " + std::to_string(run.code);
+            return "ended by " + causeOf(run.code);
         case ToolRun::End::notStarted:
             return "not started";
     }

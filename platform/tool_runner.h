@@ -9,10 +9,11 @@
 
 namespace velinor {
 
-// A program with its arguments, in both forms in which systems take them. No shell ever sees either.
+// A program with its arguments, in both forms in which systems take them, as narrow text (see path_text.h).
+// No shell ever sees either.
 struct ToolCommand {
-    std::string commandLine;             // for systems that start programs by one text
-    std::vector<std::string> arguments;  // the same as a list, the program's path first
+    std::string commandLine;             // for Windows, which starts programs by one text
+    std::vector<std::string> arguments;  // the same as a list, the program's path first, for the others
 
     bool operator==(const ToolCommand&) const = default;
 };
@@ -21,7 +22,7 @@ struct ToolCommand {
 struct ToolRun {
     enum class End {
         exited,      // by itself; `code` is its exit status
-        crashed,     // by a signal; `code` is its number
+        crashed,     // by a signal, on Windows by an exception; `code` is its number
         notStarted,  // `output` says why, in the system's words
     };
     End end = End::exited;

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <fstream>
 #include <stdexcept>
 
+#include "base/text.h"
+#include "platform/copy_file_over.h"
+#include "platform/path_text.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/quoting.h"
 
 namespace velinor {
 namespace {
@@ -14,119 +16,128 @@ namespace {
 namespace fs = std::filesystem;
 using End = ToolRun::End;
 
-class ToolRunnerTest : public testing::Test {
-  protected:
-    // A program that is a shell script with this text.
-    std::string script(const std::string& text, const std::string& name = "tool.exe") {
-        const fs::path path = folder_.path() / name;
-        std::ofstream(path) << "#!/bin/sh\n" << text;
-        fs::permissions(path, fs::perms::owner_all);
-        return path;
-    }
-
-    ToolRun run(const std::string& text, std::vector<std::string> arguments = {}) {
-        arguments.insert(arguments.begin(), script(text));
-        return SystemToolRunner().run({"", arguments});
-    }
-
-    TemporaryFolder folder_;
-};
-
-TEST_F(ToolRunnerTest, GivesExitStatusAndOutput) {
-    const ToolRun run = this->run("echo out; echo err >&2; exit 3\n");
-    EXPECT_EQ(run.end, End::exited);
-    EXPECT_EQ(run.code, 3);
-    EXPECT_EQ(run.output, "out\nerr\n");
-    EXPECT_FALSE(hasSucceeded(run));
-    EXPECT_EQ(describe(run), "exit status 3: out\nerr");
-    EXPECT_TRUE(hasSucceeded(this->run("exit 0\n")));
+// The sample tool with these arguments.
+ToolCommand sampleTool(const std::vector<std::string>& arguments,
+                       const fs::path& program = fs::path(TOLVEX_SAMPLE_TOOL)) {
+    ToolCommand command;
+    command.arguments = arguments;
+    command.arguments.insert(command.arguments.begin(), narrowPath(program));
+    command.commandLine = quotedCommandLine(command.arguments);
+    return command;
 }
 
-TEST_F(ToolRunnerTest, PassesArgumentsAsTheyAre) {
-    const std::vector<std::string> hostile{"a b",        "\"quoted\"", "$(touch x)", "; rm -rf x",
-                                           "line\nfeed", "",           "'",          "*"};
+ToolRun run(const std::vector<std::string>& arguments) {
+    return SystemToolRunner().run(sampleTool(arguments));
+}
+
+TEST(ToolRunner, GivesExitStatusAndOutput) {
+    const ToolRun failed = run({"out", "first", "err", "second", "exit", "3"});
+    EXPECT_EQ(failed.end, End::exited);
+    EXPECT_EQ(failed.code, 3);
+    EXPECT_EQ(failed.output, "first\nsecond\n");
+    EXPECT_FALSE(hasSucceeded(failed));
+    EXPECT_EQ(describe(failed), "exit status 3: first\nsecond");
+    EXPECT_TRUE(hasSucceeded(run({})));
+}
+
+TEST(ToolRunner, GivesLargeExitStatusesWhole) {
+#ifdef _WIN32
+    EXPECT_EQ(run({"exit", "1000"}).code, 1000);
+    EXPECT_EQ(run({"exit", "256"}).code, 256);
+#endif
+    EXPECT_EQ(run({"exit", "255"}).code, 255);
+}
+
+TEST(ToolRunner, PassesArgumentsAsTheyAre) {
+    std::vector<std::string> words{"arguments", "a b", "\"quoted\"", "$(touch x)", "; rm -rf x", "%PATH%", "",
+                                   "'",         "*",   "back\\",     "\\\\\"",     "a\\b c\\",   "^&|<>"};
     std::string expected;
-    for (const std::string& argument : hostile)
-        expected += "<" + argument + ">";
-    EXPECT_EQ(run("for a in \"$@\"; do printf '<%s>' \"$a\"; done\n", hostile).output, expected);
+    for (std::size_t i = 1; i < words.size(); ++i)
+        expected += "<" + words[i] + ">";
+    EXPECT_EQ(run(words).output, expected);
 }
 
-TEST_F(ToolRunnerTest, StartsProgramsWhosePathLooksLikeACommand) {
-    const std::string path = script("echo fine\n", "a b; $(exit 1) \"q\"");
-    EXPECT_EQ(SystemToolRunner().run({"", {path}}).output, "fine\n");
+TEST(ToolRunner, StartsProgramsWhosePathHasBlanksAndLettersOfTheCodePage) {
+    const TemporaryFolder folder;
+    const fs::path program = folder.path() / pathOfUtf8("a b \xC3\xA9.exe");
+    copyFileOver(TOLVEX_SAMPLE_TOOL, program);
+    EXPECT_EQ(SystemToolRunner().run(sampleTool({"out", "fine"}, program)).output, "fine\n");
 }
 
-TEST_F(ToolRunnerTest, TellsWhyAToolIsNotStarted) {
-    const ToolRun missing = SystemToolRunner().run({"", {folder_.path() / "missing"}});
+TEST(ToolRunner, TellsWhyAToolIsNotStarted) {
+    const TemporaryFolder folder;
+    const ToolRun missing = SystemToolRunner().run(sampleTool({}, folder.path() / "missing.exe"));
     EXPECT_EQ(missing.end, End::notStarted);
+#ifdef _WIN32
+    EXPECT_EQ(describe(missing), "not started: File not found");
+#else
     EXPECT_EQ(describe(missing), "not started: No such file or directory");
-
-    std::ofstream(folder_.path() / "plain") << "text";
-    const ToolRun notExecutable = SystemToolRunner().run({"", {folder_.path() / "plain"}});
-    EXPECT_EQ(notExecutable.end, End::notStarted);
-    EXPECT_EQ(describe(notExecutable), "not started: Permission denied");
-
-    EXPECT_EQ(SystemToolRunner().run({"", {folder_.path()}}).end, End::notStarted);
+#endif
+    EXPECT_EQ(SystemToolRunner().run(sampleTool({}, folder.path())).end, End::notStarted);
 }
 
-TEST_F(ToolRunnerTest, TellsSignals) {
-    const ToolRun run = this->run("kill -SEGV $$\n");
-    EXPECT_EQ(run.end, End::crashed);
-    EXPECT_EQ(describe(run), "ended by signal 11");
+#ifdef _WIN32
+TEST(ToolRunner, RefusesCommandLinesThatTheSystemWouldNotTake) {
+    ToolCommand command = sampleTool({"out", "fine"});
+    command.commandLine.resize(32766, ' ');
+    EXPECT_EQ(SystemToolRunner().run(command).output, "fine\n");
+    command.commandLine += ' ';
+    const ToolRun refused = SystemToolRunner().run(command);
+    EXPECT_EQ(refused.end, End::notStarted);
+    EXPECT_EQ(describe(refused),
+              "not started: the command line has 32767 characters, and the system takes less than 32767; "
+              "choose a folder with a shorter path");
+}
+#endif
+
+TEST(ToolRunner, TellsCrashes) {
+    const ToolRun crashed = run({"out", "begun", "crash"});
+    EXPECT_EQ(crashed.end, End::crashed);
+#ifdef _WIN32
+    EXPECT_EQ(describe(crashed), "ended by exception 0xC0000005: begun");
+#else
+    EXPECT_EQ(describe(crashed), "ended by signal 11: begun");
+#endif
 }
 
-TEST_F(ToolRunnerTest, KeepsTheBeginningOfMegabytesOfOutput) {
-    const ToolRun run = this->run("echo first; head -c 5000000 /dev/zero; echo last >&2\n");
-    EXPECT_EQ(run.end, End::exited);
-    EXPECT_EQ(run.code, 0);
-    EXPECT_TRUE(run.output.starts_with("first\n"));
-    EXPECT_LT(run.output.size(), 10000U);
+TEST(ToolRunner, KeepsTheBeginningOfMegabytesOfOutput) {
+    const ToolRun large = run({"out", "first", "fill", "5000000", "err", "last"});
+    EXPECT_EQ(large.end, End::exited);
+    EXPECT_EQ(large.code, 0);
+    EXPECT_TRUE(large.output.starts_with("first\n"));
+    EXPECT_LT(large.output.size(), 10000U);
 }
 
-TEST_F(ToolRunnerTest, DoesNotWaitForWhatAToolLeavesRunning) {
-    const pid_t left = std::stoi(run("sleep 600 & echo $!\n").output);
-    EXPECT_EQ(::kill(left, SIGKILL), 0) << "it is still there";
+TEST(ToolRunner, GivesToolsNothingToRead) {
+    EXPECT_EQ(run({"copy", "out", "end"}).output, "end\n");
 }
 
-TEST_F(ToolRunnerTest, WaitsForAToolThatClosesItsOutputEarly) {
-    EXPECT_EQ(run("exec >/dev/null 2>&1; sleep 0.2; exit 4\n").code, 4);
+TEST(ToolRunner, RunsToolsInTheFolderGiven) {
+    const TemporaryFolder folder;
+    const fs::path inner = folder.path() / pathOfUtf8("inner \xE6\x97\xA5");
+    fs::create_directory(inner);
+    EXPECT_TRUE(hasSucceeded(SystemToolRunner(inner).run(sampleTool({"touch", "left-behind"}))));
+    EXPECT_TRUE(fs::exists(inner / "left-behind"));
 }
 
-TEST_F(ToolRunnerTest, GivesToolsNothingToRead) {
-    EXPECT_EQ(run("cat; echo end\n").output, "end\n");
-}
-
-TEST_F(ToolRunnerTest, RunsToolsInTheFolderGiven) {
-    const fs::path folder = folder_.path() / "inner";
-    fs::create_directory(folder);
-    const std::string tool = script("echo text > left-behind\n");
-    EXPECT_TRUE(hasSucceeded(SystemToolRunner(folder).run({"", {tool}})));
-    EXPECT_TRUE(fs::exists(folder / "left-behind"));
-}
-
-TEST_F(ToolRunnerTest, SeesTheEndOfToolsThatTheSystemForgetsAtOnce) {
-    const auto before = std::signal(SIGCHLD, SIG_IGN);
-    const ToolRun run = this->run("echo fine\n");
-    std::signal(SIGCHLD, before);
-    EXPECT_EQ(run.end, End::exited);
-    EXPECT_EQ(run.output, "fine\n");
-}
-
-TEST_F(ToolRunnerTest, CanBeStoppedWhileAToolPrintsWithoutEnd) {
-    const std::string tool = script("exec yes\n");
+TEST(ToolRunner, CanBeStoppedWhileAToolPrintsWithoutEnd) {
     SystemToolRunner runner(std::nullopt, [] { throw std::runtime_error("enough"); });
-    EXPECT_THROW(runner.run({"", {tool}}), std::runtime_error);
+    EXPECT_THROW(runner.run(sampleTool({"endless"})), std::runtime_error);
 }
 
-TEST_F(ToolRunnerTest, EndsTheToolWhereWaitingIsBrokenOff) {
-    const std::string tool = script("echo $$ > started; exec sleep 60\n");
+TEST(ToolRunner, EndsTheToolWhereWaitingIsBrokenOff) {
+    const TemporaryFolder folder;
     int calls = 0;
-    SystemToolRunner runner(folder_.path(), [&] {
+    SystemToolRunner runner(folder.path(), [&] {
         ++calls;
-        if (fs::exists(folder_.path() / "started")) throw std::runtime_error("enough");
+        if (fs::exists(folder.path() / "started")) throw std::runtime_error("enough");
     });
-    EXPECT_THROW(runner.run({"", {tool}}), std::runtime_error);
+    EXPECT_THROW(
+        runner.run(sampleTool({"touch", "started", "sleep", "1000", "touch", "ended", "sleep", "60000"})),
+        std::runtime_error);
     EXPECT_GT(calls, 0);
+    EXPECT_TRUE(hasSucceeded(run({"sleep", "1500"})));
+    EXPECT_FALSE(fs::exists(folder.path() / "ended"));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "materials/image_library.h"
 #include "materials/material_script.h"
 #include "materials/sky_material.h"
+#include "platform/path_text.h"
 #include "platform/text_file.h"
 #include "plugin/exporter.h"
 #include "plugin/mesh_passes.h"
@@ -27,13 +28,13 @@ constexpr int kSuccess = 1;
 // opened does not keep the writer from running, since what it reports is wanted all the same.
 void writeDescriptor(const std::filesystem::path& path, const std::function<void(TextSink&)>& writeText,
                      Report& report) {
-    TextFile file(path);
+    TextFile file(asNarrowFile(path));
     writeText(file);
     file.write("\n");
     if (file.close()) {
         report.addWritten(path, file.bytesWritten());
     } else {
-        report.add(MessageId::fileNotWritten, narrowPath(path), file.error());
+        report.add(MessageId::fileNotWritten, utf8Path(path), file.error());
     }
 }
 
@@ -56,7 +57,7 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
 
     context.scene = environment_.host.GetIGameInterface();
     if (!context.scene->InitialiseIGame(false))
-        environment_.report.add(MessageId::sceneNotEnumerated, narrowPath(toPath(name)));
+        environment_.report.add(MessageId::sceneNotEnumerated, utf8Path(toPath(name)));
     // Both are appended to, and a host may export twice with one exporter.
     context.nodes.clear();
     context.materialMap.clear();

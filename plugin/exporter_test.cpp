@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/text.h"
 #include "tests/support/test_scene.h"
 
 namespace velinor {
@@ -63,7 +64,7 @@ class ExporterTest : public testing::Test {
         const auto host = scene_.makeHost();
         tolvex exporter({*host, report_, progress_, tools_, &dialog_, folder_ / "host"});
         exporter.settings = settings;
-        const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+        const std::u16string name = *toUtf16(utf8Path(folder_ / "room.jsx"));
         return exporter.DoExport(name.c_str(), nullptr, nullptr, suppressPrompts, 0);
     }
 
@@ -190,7 +191,7 @@ TEST_F(ExporterTest, StartsEachOfSeveralExportsAnew) {
     scene_.addMesh(u"Webtable_1");
     const auto host = scene_.makeHost();
     tolvex exporter({*host, report_, progress_, tools_, nullptr, folder_ / "host"});
-    const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+    const std::u16string name = *toUtf16(utf8Path(folder_ / "room.jsx"));
     exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
     const std::string index = content("index.jsx");
     const std::string panels = content("webtables.json");
@@ -235,7 +236,7 @@ TEST_F(ExporterTest, CleansIntermediateMeshesWithAndWithoutMaterials) {
             tolvex exporter({*host, report_, progress, tools_, nullptr, folder_ / "host"});
             exporter.settings.exportMaterials = exportMaterials;
             exporter.settings.cleanExportFolder = cleanExportFolder;
-            const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+            const std::u16string name = *toUtf16(utf8Path(folder_ / "room.jsx"));
             exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
             EXPECT_EQ(fs::exists(folder_ / "room/resources/a.mesh.xml"), !cleanExportFolder)
                 << exportMaterials;
@@ -260,12 +261,12 @@ TEST_F(ExporterTest, TellsOfADescriptorThatCannotBeWritten) {
     } progress(folder_ / "room");
     const auto host = scene_.makeHost();
     tolvex exporter({*host, report_, progress, tools_, nullptr, folder_ / "host"});
-    const std::u16string name = *toUtf16((folder_ / "room.jsx").string());
+    const std::u16string name = *toUtf16(utf8Path(folder_ / "room.jsx"));
     exporter.settings = withDefaultMaps();
     EXPECT_EQ(exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0), 1);
     ASSERT_EQ(report_.entries().size(), 1U);
     EXPECT_EQ(report_.entries()[0], (ReportEntry{MessageId::fileNotWritten,
-                                                 (folder_ / "room/index.jsx").string(), "Is a directory"}));
+                                                 utf8Path(folder_ / "room/index.jsx"), "Is a directory"}));
     EXPECT_EQ(content("webtables.json"), "[]\n");
 }
 

@@ -1,5 +1,6 @@
 #include "plugin/mesh_passes.h"
 
+#include <filesystem>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -7,22 +8,25 @@
 #include "base/text.h"
 #include "geometry/mesh_conversion.h"
 #include "geometry/ogre_mesh_writer.h"
+#include "platform/file_name_key.h"
 #include "scene/node_name.h"
 
 namespace velinor {
 namespace {
 
+namespace fs = std::filesystem;
+
 // The names of the mesh files, one for each node.
 std::vector<std::string> meshNamesOf(const NodeList& meshNodes, Report& report) {
     std::vector<std::string> baseNames;
     baseNames.reserve(meshNodes.size());
-    std::unordered_map<std::string, host::IGameNode*> owners;  // only looked up, never walked
+    std::unordered_map<fs::path::string_type, host::IGameNode*> owners;  // only looked up, never walked
     for (host::IGameNode* node : meshNodes) {
         const std::string name = nodeNameUtf8(*node).name;
         baseNames.push_back(sanitiseName(name));
         const std::string& baseName = baseNames.back();
         if (baseName != name) report.add(MessageId::meshNameChanged, name + ".mesh", baseName + ".mesh");
-        const auto [owner, isNew] = owners.try_emplace(baseName, node);
+        const auto [owner, isNew] = owners.try_emplace(fileNameKey(baseName), node);
         if (isNew) continue;
         report.add(MessageId::meshNameShared, toUtf8(node->GetName()),
                    baseName + ".mesh is also the mesh of " + toUtf8(owner->second->GetName()));

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "base/text.h"
+#include "platform/code_page.h"
 
 namespace velinor {
 namespace {
@@ -69,7 +70,7 @@ std::int32_t parseInteger(const std::string& text) {
 
 // The path of an edit's text, which has gone through the code page of file names.
 std::filesystem::path parsePath(const std::string& text) {
-    return toPath(toUtf16Lossy(text));
+    return toPath(wideText(text));
 }
 
 }  // namespace
@@ -107,6 +108,11 @@ void OptionsDialogModel::open() {
 void OptionsDialogModel::click(ControlId control) {
     if (result_ || !isEnabled(control)) return;
     if (const auto box = checks_.find(control); box != checks_.end()) box->second = !box->second;
+    command(control);
+}
+
+void OptionsDialogModel::command(ControlId control) {
+    if (result_) return;
     switch (control) {
         case ControlId::ok:
             return confirm();
@@ -124,6 +130,10 @@ void OptionsDialogModel::click(ControlId control) {
         default:
             return;  // read by OK
     }
+}
+
+void OptionsDialogModel::setChecked(ControlId checkBox, bool checked) {
+    if (const auto box = checks_.find(checkBox); box != checks_.end()) box->second = checked;
 }
 
 void OptionsDialogModel::setText(ControlId edit, std::u16string_view text) {
@@ -202,18 +212,18 @@ void OptionsDialogModel::readCheckBoxes() {
 
 void OptionsDialogModel::readEdits() {
     settings_.helperLightFraction =
-        static_cast<float>(parseDouble(narrowText(ControlId::helperLightPercent)) / 100);
-    settings_.fallbackQuality = clampQuality(parseInteger(narrowText(ControlId::fallbackQuality)));
-    settings_.polycountGoal = parseInteger(narrowText(ControlId::polycountGoal));
-    settings_.ambientRed = static_cast<float>(parseDouble(narrowText(ControlId::ambientRed)));
-    settings_.ambientGreen = static_cast<float>(parseDouble(narrowText(ControlId::ambientGreen)));
-    settings_.ambientBlue = static_cast<float>(parseDouble(narrowText(ControlId::ambientBlue)));
-    settings_.customEnvironmentMap = parsePath(narrowText(ControlId::environmentMap));
-    settings_.customReflectionMap = parsePath(narrowText(ControlId::reflectionMap));
+        static_cast<float>(parseDouble(narrow(ControlId::helperLightPercent)) / 100);
+    settings_.fallbackQuality = clampQuality(parseInteger(narrow(ControlId::fallbackQuality)));
+    settings_.polycountGoal = parseInteger(narrow(ControlId::polycountGoal));
+    settings_.ambientRed = static_cast<float>(parseDouble(narrow(ControlId::ambientRed)));
+    settings_.ambientGreen = static_cast<float>(parseDouble(narrow(ControlId::ambientGreen)));
+    settings_.ambientBlue = static_cast<float>(parseDouble(narrow(ControlId::ambientBlue)));
+    settings_.customEnvironmentMap = parsePath(narrow(ControlId::environmentMap));
+    settings_.customReflectionMap = parsePath(narrow(ControlId::reflectionMap));
 }
 
-std::string OptionsDialogModel::narrowText(ControlId edit) const {
-    return toUtf8(text(edit));
+std::string OptionsDialogModel::narrow(ControlId edit) const {
+    return narrowText(text(edit));
 }
 
 }  // namespace velinor

@@ -8,37 +8,38 @@
 
 #include "plugin/export_settings.h"
 #include "plugin/options_dialog.h"
+#include "plugin/resource.h"
 #include "plugin/setting_rules.h"
 
 namespace velinor {
 
-// The controls, by their numbers in the dialog's resource.
+// The controls, by their numbers in the dialog's resource. OK and Cancel have those of every dialog.
 enum class ControlId : int {
     ok = 1,
     cancel = 2,
-    selectionOnly = 1001,
-    exportHidden = 1014,
-    exportBones = 1015,
-    exportAnimation = 1016,
-    exportMaterials = 1017,
-    exportLights = 1018,
-    helperLights = 1019,
-    exportCamera = 1020,
-    helperLightPercent = 1021,
-    exportGeometry = 1022,
-    exportWebtables = 1023,
-    ambientRed = 1024,
-    ambientGreen = 1025,
-    ambientBlue = 1026,
-    browseEnvironmentMap = 1027,
-    browseReflectionMap = 1028,
-    environmentMap = 1029,
-    fallbackQuality = 1030,
-    reflectionMap = 1031,
-    cleanExportFolder = 1032,
-    generatePhysicalMeshes = 1033,
-    polycountGoal = 1034,
-    autoParams = 1035,
+    selectionOnly = IDC_SELECTION_ONLY,
+    exportHidden = IDC_EXPORT_HIDDEN,
+    exportBones = IDC_EXPORT_BONES,
+    exportAnimation = IDC_EXPORT_ANIMATION,
+    exportMaterials = IDC_EXPORT_MATERIALS,
+    exportLights = IDC_EXPORT_LIGHTS,
+    helperLights = IDC_HELPER_LIGHTS,
+    exportCamera = IDC_EXPORT_CAMERA,
+    helperLightPercent = IDC_HELPER_LIGHT_PERCENT,
+    exportGeometry = IDC_EXPORT_GEOMETRY,
+    exportWebtables = IDC_EXPORT_WEBTABLES,
+    ambientRed = IDC_AMBIENT_RED,
+    ambientGreen = IDC_AMBIENT_GREEN,
+    ambientBlue = IDC_AMBIENT_BLUE,
+    browseEnvironmentMap = IDC_BROWSE_ENVIRONMENT_MAP,
+    browseReflectionMap = IDC_BROWSE_REFLECTION_MAP,
+    environmentMap = IDC_ENVIRONMENT_MAP,
+    fallbackQuality = IDC_FALLBACK_QUALITY,
+    reflectionMap = IDC_REFLECTION_MAP,
+    cleanExportFolder = IDC_CLEAN_EXPORT_FOLDER,
+    generatePhysicalMeshes = IDC_GENERATE_PHYSICAL_MESHES,
+    polycountGoal = IDC_POLYCOUNT_GOAL,
+    autoParams = IDC_AUTO_PARAMS,
 };
 
 // One opening of the dialog. A window shows the state of the controls and passes on what its user does:
@@ -47,6 +48,11 @@ enum class ControlId : int {
 //     model.open();
 //     model.click(ControlId::exportLights);  // as if the user had clicked the check box
 //     model.click(ControlId::ok);            // model.result() is now DialogResult::confirmed
+//
+// A window whose check boxes change by themselves reports their states instead of clicks:
+//
+//     model.setChecked(ControlId::exportLights, false);
+//     model.command(ControlId::exportLights);
 //
 // A click on "Lights", "Helper lights", "Generate physical meshes" or "Auto-params" is stored at once, so it
 // stays also when the dialog is cancelled; everything else is stored by OK. No input is rejected. Asking for
@@ -64,6 +70,12 @@ class OptionsDialogModel {
     // The user clicks a check box, OK or Cancel. A disabled control does not react.
     void click(ControlId control);
 
+    // What a click does besides changing the check box. A closed dialog does not react.
+    void command(ControlId control);
+
+    // The check box now shows `checked`; nothing else follows from that.
+    void setChecked(ControlId checkBox, bool checked);
+
     // The edit now holds `text`. Typing is limited to digits by the window's number edits, pasting is not.
     void setText(ControlId edit, std::u16string_view text);
 
@@ -73,6 +85,12 @@ class OptionsDialogModel {
     bool isChecked(ControlId checkBox) const;
     bool isEnabled(ControlId control) const;
     std::u16string text(ControlId edit) const;
+
+    // What a window has to show, from opening on: all check boxes, all edits, and the controls that are not
+    // simply enabled all the time.
+    const std::map<ControlId, bool>& checkBoxes() const { return checks_; }
+    const std::map<ControlId, std::u16string>& edits() const { return texts_; }
+    const std::map<ControlId, bool>& enabledStates() const { return enabled_; }
 
     // The window's title, from opening on.
     std::u16string_view title() const { return title_; }
@@ -91,7 +109,7 @@ class OptionsDialogModel {
     void confirm();
     void readCheckBoxes();
     void readEdits();
-    std::string narrowText(ControlId edit) const;
+    std::string narrow(ControlId edit) const;
 
     ExportSettings& settings_;
     PathExists exists_;

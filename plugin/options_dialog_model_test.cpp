@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
+#include "platform/code_page.h"
+
 namespace velinor {
 namespace {
 
@@ -355,7 +358,6 @@ TEST_F(OptionsDialogModelTest, ReplacesMapsThatDoNotExist) {
         {"environment missing, reflection exists", u"gone.dds", u"room.dds", "default.dds", "room.dds"},
         {"reflection missing", u"sky.dds", u"gone.dds", "sky.dds", "sky.dds"},
         {"both missing", u"gone.dds", u"lost.dds", "default.dds", "default.dds"},
-        {"beyond Latin-1", u"небо.dds", u"", u8"небо.dds", u8"небо.dds"},
         {"spaces count", u" sky.dds", u"", "default.dds", "default.dds"},
     };
     for (const auto& c : cases) {
@@ -366,6 +368,54 @@ TEST_F(OptionsDialogModelTest, ReplacesMapsThatDoNotExist) {
         EXPECT_EQ(settings.customEnvironmentMap, c.expectedEnvironment) << c.name;
         EXPECT_EQ(settings.customReflectionMap, c.expectedReflection) << c.name;
     }
+}
+
+TEST_F(OptionsDialogModelTest, LosesMapsThatTheCodePageCannotName) {
+    const std::u16string sky = u"C:/\u043d\u0435\u0431\u043e \u4e2d.dds";
+    existing = {toPath(sky)};
+    dialog.setText(ControlId::environmentMap, sky);
+    confirm();
+    const bool isKept = wideText(narrowText(sky)) == sky;
+    EXPECT_EQ(settings.customEnvironmentMap, isKept ? toPath(sky) : "default.dds");
+    EXPECT_EQ(settings.customReflectionMap, settings.customEnvironmentMap);
+}
+
+TEST_F(OptionsDialogModelTest, ParsesWhatTheCodePageMakesOfAText) {
+    dialog.setText(ControlId::polycountGoal, u"12\u4e2d");
+    dialog.setText(ControlId::ambientRed, u"\u043d1");
+    confirm();
+    EXPECT_EQ(settings.polycountGoal, 12);
+    EXPECT_EQ(settings.ambientRed, 0);
+}
+
+TEST_F(OptionsDialogModelTest, TakesStatesThatCameWithoutAClick) {
+    dialog.setChecked(ControlId::exportLights, false);
+    EXPECT_FALSE(dialog.isChecked(ControlId::exportLights));
+    EXPECT_TRUE(dialog.isEnabled(ControlId::helperLights));
+    EXPECT_TRUE(settings.exportLights) << "only a command stores";
+    dialog.command(ControlId::exportLights);
+    EXPECT_FALSE(settings.exportLights);
+    EXPECT_FALSE(dialog.isChecked(ControlId::helperLights));
+    EXPECT_FALSE(dialog.isEnabled(ControlId::helperLights));
+    dialog.setChecked(ControlId::environmentMap, true);
+    EXPECT_FALSE(dialog.isChecked(ControlId::environmentMap)) << "an edit has no check";
+}
+
+TEST_F(OptionsDialogModelTest, ClosedDialogsObeyNoCommand) {
+    dialog.click(ControlId::cancel);
+    dialog.setChecked(ControlId::exportLights, false);
+    dialog.command(ControlId::exportLights);
+    dialog.command(ControlId::ok);
+    EXPECT_TRUE(settings.exportLights);
+    EXPECT_EQ(dialog.result(), DialogResult::cancelled);
+}
+
+TEST_F(OptionsDialogModelTest, ListsWhatAWindowHasToShow) {
+    EXPECT_EQ(dialog.checkBoxes().size(), 13U);
+    EXPECT_EQ(dialog.edits().size(), 8U);
+    for (const auto& [control, isEnabled] : dialog.enabledStates())
+        EXPECT_EQ(isEnabled, dialog.isEnabled(control)) << static_cast<int>(control);
+    EXPECT_EQ(dialog.enabledStates().size(), 5U);
 }
 
 TEST_F(OptionsDialogModelTest, NeverAsksForAnEmptyPath) {

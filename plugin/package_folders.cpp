@@ -63,7 +63,7 @@ void removeIntermediateMeshes(const fs::path& resourcesFolder) {
     fs::directory_iterator entry(resourcesFolder, error);
     throwOnError("directory_iterator::directory_iterator", resourcesFolder, error);
     while (entry != fs::directory_iterator()) {
-        if (narrowPath(entry->path()).find(".mesh.xml") != std::string::npos) removeEntry(entry->path());
+        if (utf8Path(entry->path()).find(".mesh.xml") != std::string::npos) removeEntry(entry->path());
         entry.increment(error);
         throwOnError("directory_iterator::operator++", resourcesFolder, error);
     }

@@ -114,12 +114,16 @@ TEST_F(PackageFoldersTest, TellWhichFolderCannotBeCreated) {
         packageFoldersFor(folder_ / (std::string(300, 'n') + ".jsx"), "/host/host");
     std::tie(operation, path) = errorOf([&] { createPackageFolders(tooLong); });
     EXPECT_EQ(operation, "create_directory");
+}
 
+#ifndef _WIN32  // where not everybody may make links
+TEST_F(PackageFoldersTest, TellThatALinkToNowhereIsInTheWay) {
     fs::create_symlink(folder_ / "nowhere", folder_ / "scene");
-    std::tie(operation, path) = errorOf([&] { createPackageFolders(folders()); });
+    const auto [operation, path] = errorOf([&] { createPackageFolders(folders()); });
     EXPECT_EQ(operation, "create_directory");
     EXPECT_EQ(path, folder_ / "scene");
 }
+#endif
 
 TEST_F(PackageFoldersTest, AreCleanedOfIntermediateMeshesOnly) {
     for (const char* name : {"a.mesh.xml", "b.mesh.xml.bak", "a.mesh", "a.mesh_phy.obj", "a.material"}) {

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string>
 
+#include "base/text.h"
 #include "fuzz/snapshot_fuzz_body.h"
 
 namespace velinor {
@@ -25,7 +26,7 @@ void checkFolder(const std::string& folder, SnapshotEncoding encoding) {
     for (const auto& entry : fs::directory_iterator(fs::path(TOLVEX_CORPUS_FOLDER) / folder)) {
         SCOPED_TRACE(entry.path().filename());
         const bool isScene = checkSnapshotInput(contentOf(entry.path()), encoding);
-        EXPECT_EQ(isScene, entry.path().filename().string().starts_with("scene"));
+        EXPECT_EQ(isScene, utf8Path(entry.path().filename()).starts_with("scene"));
         scenes += isScene ? 1 : 0;
     }
     EXPECT_GT(scenes, 0);

@@ -219,7 +219,7 @@ std::u16string AseMaterials::bitmapName(std::string_view name, SnapshotRef mater
     const auto [found, isNew] = bitmaps_.try_emplace(given, given);
     if (!isNew) return found->second;
     if (const auto file = files_.find(given)) {
-        found->second = toUtf16Lossy(narrowPath(*file));
+        found->second = toUtf16Lossy(utf8Path(*file));
     } else {
         notes_.add(oneLine(toUtf8(scene_.materials[material].name)), missingBitmapText(given, files_));
     }

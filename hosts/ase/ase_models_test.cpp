@@ -50,7 +50,7 @@ TEST_F(AseModels, NodesHaveTheRowsOfTheFile) {
     expectRow(read.node(u"Camera01").worldTransform[0], 0.4542F, -0.8829F, -0.1190F);
     expectRow(read.node(u"Camera01").worldTransform[3], -84.7152F, -0.4114F, 0);
     expectRow(read.node(u"FDirect01").worldTransform[2], 0, -0.8493F, 0.5278F);
-    EXPECT_EQ(read.notesOf(narrowPath(models() / "anim2.ASE"), "animations"), 1);
+    EXPECT_EQ(read.notesOf(utf8Path(models() / "anim2.ASE"), "animations"), 1);
 }
 
 TEST_F(AseModels, LightsHaveTheirTypesAndColours) {
@@ -125,9 +125,9 @@ TEST_F(AseModels, AMovedTextureIsFoundAndTold) {
     EXPECT_EQ(read.scene.maps[0].className, u"Bitmap");
     EXPECT_EQ(lastPathComponent(read.scene.maps[0].bitmap), u"UVTransformTestImg.png");
     EXPECT_THAT(read.material(u"QuakQuak").textureMaps, testing::ElementsAre(SnapshotTextureMap{1, 0}));
-    EXPECT_EQ(read.notesOf(narrowPath(models() / file), "moved, turned or scaled"), 1);
+    EXPECT_EQ(read.notesOf(utf8Path(models() / file), "moved, turned or scaled"), 1);
     EXPECT_EQ(readModel("TestUVTransform/UVTransform_Normal.ASE")
-                  .notesOf(narrowPath(models() / "TestUVTransform/UVTransform_Normal.ASE"), "moved"),
+                  .notesOf(utf8Path(models() / "TestUVTransform/UVTransform_Normal.ASE"), "moved"),
               0);
 }
 

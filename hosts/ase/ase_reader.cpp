@@ -24,7 +24,7 @@ class Assembly {
   public:
     Assembly(std::string bytes, const std::filesystem::path& file, const AseOptions& options,
              Progress& progress, ImportNotes& notes)
-        : shown_(printable(narrowPath(file))),
+        : shown_(printable(utf8Path(file))),
           text_(std::move(bytes)),
           lexer_(text_.text(), shown_),
           receiver_(progress),
@@ -202,7 +202,7 @@ class Assembly {
 }  // namespace
 
 bool isAseFile(const std::filesystem::path& file) {
-    const std::string ending = narrowPath(file.extension());
+    const std::string ending = utf8Path(file.extension());
     return isSameButCase(ending, ".ase") || isSameButCase(ending, ".ask");
 }
 

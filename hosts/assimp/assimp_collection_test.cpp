@@ -9,6 +9,7 @@
 #include <sstream>
 #include <vector>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -33,7 +34,7 @@ Outcome tryToRead(const std::filesystem::path& file) {
     } catch (const SceneError& error) {
         const std::string message = error.what();
         const bool isGood =
-            message.starts_with(file.string() + ": ") && message.find('\n') == std::string::npos;
+            message.starts_with(utf8Path(file) + ": ") && message.find('\n') == std::string::npos;
         return isGood ? kRefused : kBadMessage;
     }
 }

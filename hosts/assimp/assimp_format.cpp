@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
 
 namespace velinor {
@@ -86,7 +87,7 @@ std::vector<SceneFileEnding> assimpFileEndings() {
 }
 
 bool canReadWithAssimp(const std::filesystem::path& file) {
-    const std::string ending = lowerCase(file.extension().string());
+    const std::string ending = lowerCase(utf8Path(file.extension()));
     if (ending.size() < 2) return false;
     return std::ranges::any_of(assimpFileEndings(),
                                [&](const SceneFileEnding& known) { return "." + known.ending == ending; });

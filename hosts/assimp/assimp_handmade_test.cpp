@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -82,7 +83,7 @@ TEST_F(AssimpFiles, GltfExtrasThatAreIntegersBecomeUserProperties) {
               (std::map<std::u16string, std::int32_t>{
                   {u"qv_wt_res_w", 1024}, {u"minus", -4}, {u"yes", 1}, {u"whole", 7}}));
     EXPECT_TRUE(read.node(u"other").userProperties.empty());
-    EXPECT_TRUE(read.isNoted((folder_.path() / "a.gltf").string(), "5 user properties"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "5 user properties"));
 }
 
 TEST_F(AssimpFiles, FbxUserPropertiesOfMaxAreTheLinesThatAreIntegers) {
@@ -322,7 +323,7 @@ TEST_F(AssimpFiles, AFormatThatStatesItsAxisKeepsIt) {
             R"("scene":0,"scenes":[{"nodes":[0,1]}],"nodes":[{"name":"A","translation":[0,1,0]},{"name":"B"}])"),
         {UpAxis::z});
     expectAt(read.node(u"A"), 0, 0, 1, 0);
-    EXPECT_TRUE(read.isNoted((folder_.path() / "a.gltf").string(), "up axis"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "up axis"));
 }
 
 TEST_F(AssimpFiles, PointsAndLinesOnlyAreASpline) {
@@ -491,7 +492,7 @@ TEST_F(AssimpFiles, WhatCannotBeReadIsRefusedInOneLineWithTheFilesName) {
     };
     for (const Case& c : cases) {
         const std::string message = refusal(c.file);
-        EXPECT_EQ(message.rfind(c.file.string() + ": ", 0), 0U) << c.file << " gave: " << message;
+        EXPECT_EQ(message.rfind(utf8Path(c.file) + ": ", 0), 0U) << c.file << " gave: " << message;
         EXPECT_NE(message.find(c.reason), std::string::npos) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;
     }

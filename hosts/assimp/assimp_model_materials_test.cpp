@@ -1,4 +1,5 @@
 // The materials of real scene files, by the model collection.
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -137,7 +138,7 @@ TEST_F(ModelMaterials, GltfWithAPackedImage) {
     EXPECT_EQ(lastPathComponent(bitmap(material(u"BaseNorm_Base"), u"bump_map")), u"RibsNormal.png");
     EXPECT_EQ(lastPathComponent(bitmap(material(u"LabelMaterial"), u"emission_map")), u"ClearCoatLabels.png");
     EXPECT_EQ(found().second, 0);
-    EXPECT_TRUE(read_.isNoted((models() / "glTF2/ClearCoat-glTF/ClearCoatTest.gltf").string(),
+    EXPECT_TRUE(read_.isNoted(utf8Path(models() / "glTF2/ClearCoat-glTF/ClearCoatTest.gltf"),
                               "6 materials (\"Simple_Coated\", \"Partial_Coated\", "
                               "\"RoughVariations_Coated\", ...) have a clear coat"));
 }
@@ -149,7 +150,7 @@ TEST_F(ModelMaterials, GlbWithAnUnnamedImage) {
 }
 
 TEST_F(ModelMaterials, GltfWithTextureTransformsIsNoted) {
-    const std::string file = (models() / "glTF2/textureTransform/TextureTransformTest.gltf").string();
+    const std::string file = utf8Path(models() / "glTF2/textureTransform/TextureTransformTest.gltf");
     read("glTF2/textureTransform/TextureTransformTest.gltf");
     EXPECT_TRUE(read_.isNoted(file, "moved, turned or scaled on the surface"));
 }

@@ -32,7 +32,7 @@ std::string readBeginning(const std::filesystem::path& file, const std::string& 
 }
 
 std::string lowerCaseEnding(const std::filesystem::path& file) {
-    std::string ending = file.extension().string();
+    std::string ending = utf8Path(file.extension());
     for (char& c : ending)
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     return ending;
@@ -122,12 +122,12 @@ void refuseEmptyPromises(const std::filesystem::path& file, std::string_view beg
 SourceFile examineSceneFile(const std::filesystem::path& file) {
     SourceFile source;
     source.path = file;
-    source.shown = printable(file.string());
-    source.stem = file.stem().string();
+    source.shown = printable(utf8Path(file));
+    source.stem = utf8Path(file.stem());
     const std::string beginning = readBeginning(file, source.shown);
     if (!canReadWithAssimp(file)) {
         throw SceneError(source.shown + ": scene files of the ending \"" +
-                         printable(file.extension().string()) + "\" cannot be read");
+                         printable(utf8Path(file.extension())) + "\" cannot be read");
     }
     if (isTextEnding(lowerCaseEnding(file)) && isUtf16(beginning)) {
         throw SceneError(source.shown + ": the file is UTF-16 text, which cannot be read; save it as UTF-8");

@@ -81,7 +81,7 @@ std::unique_ptr<aiScene> load(const std::filesystem::path& file, SourceFile& sou
     const auto importer = makeImporter();
     setOptions(*importer);
     importer->SetProgressHandler(new ReadProgress(progress, failure));  // the importer owns it
-    const aiScene* loaded = importer->ReadFile(file.string(), aiProcess_Triangulate);
+    const aiScene* loaded = importer->ReadFile(utf8Path(file), aiProcess_Triangulate);
     if (failure) std::rethrow_exception(failure);
     if (loaded == nullptr) throw SceneError(source.shown + ": cannot be read: " + reasonOf(*importer));
     source.format = formatLastRead(*importer);

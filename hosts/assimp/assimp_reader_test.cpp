@@ -6,6 +6,7 @@
 #include <cmath>
 #include <set>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -280,7 +281,7 @@ TEST_F(AssimpModels, MisleadingFilesAreRefusedWithAReason) {
              Case{"invalid/OutOfMemory.off", "promises"},
          }) {
         const std::string message = refusal(models() / c.file);
-        EXPECT_EQ(message.rfind((models() / c.file).string() + ": ", 0), 0U) << message;
+        EXPECT_EQ(message.rfind(utf8Path(models() / c.file) + ": ", 0), 0U) << message;
         EXPECT_NE(message.find(c.reason), std::string::npos) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;
     }

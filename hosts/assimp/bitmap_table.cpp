@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::u16string textOfPath(const fs::path& path) {
-    return toUtf16Lossy(narrowPath(path));
+    return toUtf16Lossy(utf8Path(path));
 }
 
 std::string shown(std::u16string_view name) {
@@ -102,7 +102,7 @@ BitmapTable::Image BitmapTable::look(std::string_view reference) const {
         return image;
     }
     image.file = files_.find(image.name);
-    image.key = image.file ? narrowPath(*image.file) : std::string(reference);
+    image.key = image.file ? utf8Path(*image.file) : std::string(reference);
     return image;
 }
 

@@ -1,6 +1,7 @@
 // Images within scene files, hostile ones among them.
 #include "hosts/assimp/bitmap_table.h"
 
+#include "base/text.h"
 #include "hosts/assimp/image_test_support.h"
 #include "hosts/assimp/material_test_support.h"
 
@@ -25,7 +26,7 @@ TEST_F(BitmapTableTest, AnImageOfTheFileIsWrittenAndNamedByItsPath) {
     EXPECT_EQ(diffuse("*0"), "Bitmap my_wood.png");
     EXPECT_EQ(imageNames(), Names{"my_wood.png"});
     EXPECT_EQ(imageBytes("my_wood.png"), "bytes");
-    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy((images_.path() / "my_wood.png").string()));
+    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy(utf8Path(images_.path() / "my_wood.png")));
     EXPECT_TRUE(notes_.notes().empty());
 }
 
@@ -110,7 +111,7 @@ TEST_F(BitmapTableTest, NoNameWritesOutsideTheFolder) {
         ++count;
         EXPECT_EQ(imageNames().size(), 1U) << name;
         for (const auto& entry : std::filesystem::directory_iterator(images_.path())) {
-            const std::string written = entry.path().filename().string();
+            const std::string written = utf8Path(entry.path().filename());
             EXPECT_EQ(written, sanitiseName(written));
             EXPECT_LT(written.size(), 200U);
             std::filesystem::remove(entry.path());
@@ -143,14 +144,14 @@ TEST_F(BitmapTableTest, AMissingBitmapKeepsItsNameAndIsNotedOnce) {
     EXPECT_TRUE(isNoted("M",
                         "\"Textures\\albedo.png\" is missing: it was looked for at this path, and as "
                         "\"albedo.png\" in " +
-                            folder_.path().string() + ", its folders room.fbm, textures, Textures, maps"));
+                            utf8Path(folder_.path()) + ", its folders room.fbm, textures, Textures, maps"));
 }
 
 TEST_F(BitmapTableTest, AFoundBitmapIsNamedByItsAbsolutePath) {
     std::filesystem::create_directory(folder_.path() / "textures");
     folder_.write("textures/albedo.png", "x");
     diffuse("D:\\elsewhere\\Albedo.PNG");
-    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy((folder_.path() / "textures/albedo.png").string()));
+    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy(utf8Path(folder_.path() / "textures/albedo.png")));
 }
 
 }  // namespace

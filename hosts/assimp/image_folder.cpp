@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <memory>
+#include <fstream>
 #include <system_error>
 
 #include "base/text.h"
@@ -19,10 +18,6 @@ constexpr std::string_view kEndings[] = {"bmp", "dds",  "exr",  "gif", "hdr",  "
                                          "ktx", "ktx2", "pcx",  "png", "pns",  "psd",  "rgb",  "sgi",
                                          "tga", "tif",  "tiff", "vda", "webp", "avif", "jp2",  "heic"};
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 // As a package spells it: the low byte of each unit, and "_" for what is not fit for a file name. A dot in
 // front would hide the file or name a folder.
 std::string fileStem(std::u16string_view wished) {
@@ -34,7 +29,7 @@ std::string fileStem(std::u16string_view wished) {
 }
 
 [[noreturn]] void refuse(const fs::path& file) {
-    throw SceneError(printable(narrowPath(file)) +
+    throw SceneError(printable(utf8Path(file)) +
                      ": the image cannot be written: " + std::generic_category().message(errno) +
                      "; free space there, or choose another folder for temporary files");
 }
@@ -69,9 +64,14 @@ fs::path ImageFolder::unusedFile(std::u16string_view wished, std::string_view en
 }
 
 void ImageFolder::write(const fs::path& file, std::string_view bytes) {
-    std::unique_ptr<std::FILE, CloseFile> stream(std::fopen(narrowPath(file).c_str(), "wbx"));
-    if (!stream || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) refuse(file);
-    if (std::fclose(stream.release()) != 0) refuse(file);
+    std::error_code error;
+    const bool isTaken = fs::exists(fs::symlink_status(file, error));  // it may be another's, or a trap
+    errno = isTaken ? EEXIST : 0;
+    if (isTaken) refuse(file);
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (!stream) refuse(file);
 }
 
 }  // namespace velinor

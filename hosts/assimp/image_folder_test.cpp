@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_test_support.h"
 
 namespace velinor {
@@ -12,7 +13,7 @@ class ImageFolderTest : public testing::Test {
     std::string name(std::u16string_view wished, std::string_view ending = "png") {
         const std::filesystem::path file = images_.unusedFile(wished, ending);
         EXPECT_EQ(file.parent_path(), folder_.path()) << file;
-        return file.filename().string();
+        return utf8Path(file.filename());
     }
 
     ScratchFolder folder_;

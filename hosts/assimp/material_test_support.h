@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_materials.h"
 #include "hosts/assimp/assimp_test_support.h"
 #include "hosts/assimp/image_folder.h"
@@ -128,7 +129,7 @@ class MaterialTest : public testing::Test {
     std::vector<std::string> imageNames() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(images_.path()))
-            names.push_back(entry.path().filename().string());
+            names.push_back(utf8Path(entry.path().filename()));
         std::ranges::sort(names);
         return names;
     }

@@ -88,10 +88,10 @@ std::string shownFolders(const TextureFiles& files) {
     for (const fs::path& folder : files.searched()) {
         if (folder == scene) continue;
         const bool isInScene = folder.parent_path() == scene;
-        const std::string text = printable(narrowPath(isInScene ? folder.filename() : folder));
+        const std::string text = printable(utf8Path(isInScene ? folder.filename() : folder));
         (isInScene ? inScene : others) += (isInScene && inScene.empty() ? "" : ", ") + text;
     }
-    return printable(narrowPath(scene)) + ", its folders " + inScene + others;
+    return printable(utf8Path(scene)) + ", its folders " + inScene + others;
 }
 
 }  // namespace

@@ -44,8 +44,8 @@ TEST_F(TextureFilesTest, APathIsTakenAgainstTheFolderOfTheScene) {
     EXPECT_EQ(find(u"./a.png"), "a.png");
     EXPECT_EQ(find(u".\\tex\\b.png"), "tex/b.png");
     EXPECT_EQ(find(u"./../other/c.png"), "../other/c.png");
-    EXPECT_EQ(find(toUtf16Lossy((folder_.path() / "other" / "c.png").string())), "../other/c.png");
-    EXPECT_EQ(find(u"file://" + toUtf16Lossy((folder_.path() / "other" / "c.png").string())),
+    EXPECT_EQ(find(toUtf16Lossy(utf8Path(folder_.path() / "other" / "c.png"))), "../other/c.png");
+    EXPECT_EQ(find(u"file://" + toUtf16Lossy(utf8Path(folder_.path() / "other" / "c.png"))),
               "../other/c.png");
 }
 

@@ -48,17 +48,18 @@ show_failures() {
     grep -E 'Failure|error:|ERROR:|Expected|Which is|FAILED' "$2" | head -n 60 || true
 }
 
-# run_tests PRESET: runs the tests of a built preset, and adds to `passed` and `failed`. A test that does not run has
-# failed, and so has a run without any test or one that ctest itself gives up.
+# run_tests PRESET [COMMAND...]: runs the tests of a built preset, with the command in front of ctest, and adds to `passed`
+# and `failed`. A test that does not run has failed, and so has a run without any test or one that ctest itself gives up.
 passed=0
 failed=0
 run_tests() {
     local preset=$1 status=0 now_passed=0 now_failed=0
+    shift
     local results="$logs/tests-$preset.xml" log="$logs/tests-$preset.log"
     mkdir -p "$logs"
     rm -f "$results" "$log"
     say "running the tests of preset $preset"
-    (cd "$root" && ctest --preset "$preset" -j "$jobs" --output-junit "$results" --quiet --output-log "$log") \
+    (cd "$root" && "$@" ctest --preset "$preset" -j "$jobs" --output-junit "$results" --quiet --output-log "$log") \
         </dev/null || status=$?
     if [ -f "$results" ]; then
         now_passed=$(count_tests "$results" run)

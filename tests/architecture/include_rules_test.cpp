@@ -1,4 +1,5 @@
 #include "tests/architecture/include_rules.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,7 @@ std::vector<SourceFile> sourceFiles() {
     const fs::path root = TOLVEX_SOURCE_DIR;
     std::vector<SourceFile> files;
     for (fs::recursive_directory_iterator entry(root), end; entry != end; ++entry) {
-        const std::string name = entry->path().filename().string();
+        const std::string name = utf8Path(entry->path().filename());
         if (entry->is_directory() && (name.starts_with("build") || name.starts_with("."))) {
             entry.disable_recursion_pending();
         } else if (entry->is_regular_file() && isSource(entry->path())) {
@@ -59,7 +60,7 @@ TEST(IncludeRules, HaveNoCircle) {
 
 // The name that the document's table gives to a part: a folder in backquotes, or words for a few files.
 std::string nameInDocument(std::string_view part) {
-    if (part == "settings" || part == "folders") return std::string(part);
+    if (part == "settings" || part == "folders" || part == "plug-in") return std::string(part);
     if (part == "element_tree") return "element tree";
     return "`" + std::string(part) + "`";
 }
@@ -112,7 +113,21 @@ TEST(IncludeRules, FindWhatBreaksThem) {
                   {"plugin/a.cpp:1: plugin may not include <assimp/scene.h>; only hosts/assimp may"}},
              Case{"cli/a.cpp",
                   "#include <unistd.h>\n",
-                  {"cli/a.cpp:1: cli may not include <unistd.h>; only platform may"}},
+                  {"cli/a.cpp:1: cli may not include <unistd.h>; only platform and plugin/*_max may"}},
+             Case{"plugin/window_max.cpp", "#include <windows.h>\n", {}},
+             Case{"plugin/window.cpp",
+                  "#include <windows.h>\n",
+                  {"plugin/window.cpp:1: plugin may not include <windows.h>; only platform and plugin/*_max "
+                   "may"}},
+             Case{"plugin/exporter.cpp",
+                  "#include \"plugin/options_window_max.h\"\n",
+                  {"plugin/exporter.cpp:1: plugin may not include plug-in (\"plugin/options_window_max.h\"); it "
+                   "may use geometry, descriptors, element_tree, materials, scene, host, platform, base, "
+                   "settings, folders"}},
+             Case{"hosts/max/max_nodes.cpp",
+                  "#include <IGame/IGame.h>\n",
+                  {"hosts/max/max_nodes.cpp:1: hosts/max may not include <IGame/IGame.h>; only "
+                   "hosts/max/max_sdk.h may"}},
              Case{"platform/a_posix.cpp", "#include <unistd.h>\n#include <sys/wait.h>\n", {}},
              Case{"scene/a.cpp", "#include <signalling.h>\n#include <csignal>\n", {}},
              Case{"host/gmatrix.cpp", "#include <Eigen/Dense>\n", {}},

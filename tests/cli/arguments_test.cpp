@@ -46,9 +46,6 @@ TEST_F(ArgumentsTest, WrongOnesEndWithStatus2AndOneLine) {
         {"target is a folder", {"export", "room.scene.json", "out/"}, "TARGET has no file name"},
         {"target is here", {"export", "room.scene.json", "."}, "TARGET has no file name"},
         {"target is above", {"export", "room.scene.json", "a/.."}, "TARGET has no file name"},
-        {"not UTF-8",
-         {"export", "room.scene.json", "a\xFF.jsx"},
-         "argument 3 (\"a\xEF\xBF\xBD.jsx\") is not valid UTF-8"},
         {"unknown snapshot ending",
          {"snapshot", "room.scene.json", "room.txt"},
          "use .scene.json or .scene.cbor"},
@@ -64,6 +61,25 @@ TEST_F(ArgumentsTest, WrongOnesEndWithStatus2AndOneLine) {
         EXPECT_NE(result.err.find(c.message), std::string::npos) << c.name << ": " << result.err;
     }
     expectNothingButScenes();
+}
+
+#ifndef _WIN32  // where arguments are UTF-16
+TEST_F(ArgumentsTest, BytesThatAreNotUtf8EndWithStatus2) {
+    const CommandResult result = run({"export", "room.scene.json", "a\xFF.jsx"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.err.find("argument 3 (\"a\xEF\xBF\xBD.jsx\") is not valid UTF-8"), std::string::npos)
+        << result.err;
+}
+#endif
+
+TEST_F(ArgumentsTest, ArgumentsBeyondTheCodePageAreUnderstood) {
+    const std::string name = "\xE6\x97\xA5\xE6\x9C\xAC.scene.json";
+    write(name, kRoom);
+    const CommandResult result = run({"inspect", name});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(
+        run({"inspect", "\xE6\x97\xA5.json"}).err,
+        "tolvex: reading \xE6\x97\xA5.json ...\ntolvex: \xE6\x97\xA5.json: does not exist; check the path\n");
 }
 
 TEST_F(ArgumentsTest, HelpAndVersionGoToStandardOutput) {

@@ -42,9 +42,9 @@ TEST_F(AseFile, EveryRealOneGivesThePackageOfItsSnapshot) {
         if (!isAse(entry.path()) || entry.file_size() > 1000000) continue;
         SCOPED_TRACE(entry.path());
         const std::string name = "p" + std::to_string(files++);
-        const CommandResult made = run({"export", entry.path().string(), name + ".jsx"});
+        const CommandResult made = run({"export", utf8Path(entry.path()), name + ".jsx"});
         EXPECT_EQ(made.status, 0) << made.err;
-        EXPECT_EQ(run({"snapshot", entry.path().string(), name + ".scene.cbor"}).status, 0);
+        EXPECT_EQ(run({"snapshot", utf8Path(entry.path()), name + ".scene.cbor"}).status, 0);
         EXPECT_EQ(run({"export", name + ".scene.cbor", name + "s.jsx"}).status, 0);
         Tree direct = readTree(folder() / name);
         Tree ofSnapshot = readTree(folder() / (name + "s"));
@@ -59,7 +59,7 @@ TEST_F(AseFile, EveryRealOneGivesThePackageOfItsSnapshot) {
 
 TEST_F(AseFile, TheLargestIsInspectedAsItStands) {
     const fs::path file = fs::path(TOLVEX_TEST_MODELS) / "ASE/MotionCaptureROM.ase";
-    const CommandResult result = run({"inspect", "--json", file.string()});
+    const CommandResult result = run({"inspect", "--json", utf8Path(file)});
     ASSERT_EQ(result.status, 0) << result.err;
     const auto document = nlohmann::json::parse(result.out);
     EXPECT_EQ(document.at("nodes").size(), 31U);

@@ -7,7 +7,9 @@
 #include <fstream>
 #include <string>
 
+#include "base/text.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 #include "tests/support/run_command.h"
 #include "tests/support/tree_compare.h"
 
@@ -21,10 +23,6 @@ class CommandTest : public testing::Test {
         R"({"name": "Seen", "object": {"type": "helper"}},)"
         R"({"name": "Unseen", "hidden": true, "object": {"type": "helper"}}]})";
 
-    // A limit for onFullDisk: below the size of what large.scene.json becomes, above all that standard error
-    // gets.
-    static constexpr std::uint64_t kSmallDisk = 10000;
-
     CommandTest() { write("room.scene.json", kRoom); }
 
     CommandResult run(const std::vector<std::string>& arguments, CommandInput input = {}) const {
@@ -33,20 +31,13 @@ class CommandTest : public testing::Test {
     }
 
     void write(const std::string& file, const std::string& content) const {
-        std::ofstream(folder() / file, std::ios::binary) << content;
-    }
-
-    // Writes large.scene.json: a helper whose parameter alone is larger than kSmallDisk.
-    void writeLargeScene() const {
-        write("large.scene.json",
-              R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [{"name": "A [k: )" +
-                  std::string(2 * kSmallDisk, 'v') + R"(]", "object": {"type": "helper"}}]})");
+        std::ofstream(folder() / pathOfUtf8(file), std::ios::binary) << content;
     }
 
     // Nothing but scenes is in the folder.
     void expectNothingButScenes() const {
         for (const auto& entry : std::filesystem::directory_iterator(folder())) {
-            EXPECT_TRUE(entry.path().filename().string().ends_with(".scene.json")) << entry.path();
+            EXPECT_TRUE(utf8Path(entry.path().filename()).ends_with(".scene.json")) << entry.path();
         }
     }
 

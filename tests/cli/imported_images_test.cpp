@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/cli/command_test_support.h"
+#include "tests/support/environment.h"
 
 namespace velinor {
 namespace {
@@ -36,11 +37,7 @@ std::string embedded(const std::string& name) {
 // Temporary files of the command go into a folder of their own, which must be empty at the end.
 class ImportedImages : public CommandTest {
   protected:
-    ImportedImages() { setenv("TMPDIR", temporary_.path().c_str(), 1); }
-    ~ImportedImages() override {
-        EXPECT_TRUE(fs::is_empty(temporary_.path()));
-        unsetenv("TMPDIR");
-    }
+    ~ImportedImages() override { EXPECT_TRUE(fs::is_empty(temporary_.path())); }
 
     Tree resources() const { return readTree(folder() / "out/resources"); }
 
@@ -56,6 +53,7 @@ class ImportedImages : public CommandTest {
 
   private:
     TemporaryFolder temporary_;
+    TemporaryFilesIn variable_{temporary_.path()};
 };
 
 TEST_F(ImportedImages, AnExportHasTheImagesThatTheFileHolds) {
@@ -106,7 +104,8 @@ TEST_F(ImportedImages, ASnapshotWithoutSuchImagesHasNoFolderAndTrueNames) {
     write("a.gltf", gltfTriangle(kColourMap, R"({"uri":"gr%C3%B6.png"})"));
     EXPECT_EQ(run({"snapshot", "a.gltf", "room.json"}).status, 0);
     EXPECT_FALSE(fs::exists(folder() / "room.textures"));
-    EXPECT_EQ(bitmaps("room.json"), (std::vector<std::string>{(folder() / "gr\xC3\xB6.png").string()}));
+    EXPECT_EQ(bitmaps("room.json"),
+              (std::vector<std::string>{utf8Path(folder() / pathOfUtf8("gr\xC3\xB6.png"))}));
 }
 
 TEST_F(ImportedImages, ASnapshotThatCannotBeWrittenLeavesNoImages) {

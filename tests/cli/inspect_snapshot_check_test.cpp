@@ -80,19 +80,6 @@ TEST_F(SnapshotTest, ConvertsBackAndForth) {
     EXPECT_EQ(files.size(), 4U) << "no temporary file is left";
 }
 
-TEST_F(SnapshotTest, ReplacesAFileOnlyByAWholeOne) {
-    writeLargeScene();
-    write("out.scene.json", "old");
-    const CommandResult failed =
-        run({"snapshot", "large.scene.json", "out.scene.json"}, onFullDisk(kSmallDisk));
-    EXPECT_EQ(failed.status, 3);
-    EXPECT_TRUE(lastLine(failed.err).starts_with("tolvex: write: out.scene.json: ")) << failed.err;
-    EXPECT_EQ(readTree(folder()).at("out.scene.json"), "old");
-    EXPECT_EQ(readTree(folder()).size(), 3U) << "no temporary file is left";
-    EXPECT_EQ(run({"snapshot", "room.scene.json", "out.scene.json"}).status, 0);
-    EXPECT_NE(readTree(folder()).at("out.scene.json"), "old");
-}
-
 TEST_F(SnapshotTest, AFolderThatIsNotThereEndsWithStatus3) {
     EXPECT_EQ(run({"snapshot", "room.scene.json", "none/out.scene.json"}).status, 3);
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "tests/cli/command_test_support.h"
 
 namespace velinor {
@@ -88,7 +89,7 @@ TEST(Readme, ShowsWhatItsCommandsPrint) {
         input.folder = folder.path();
         const CommandResult result = runTolvex(example.arguments, input);
         EXPECT_EQ(result.status, 0) << result.err;
-        const std::string output = replaced(result.out, folder.path().string(), kFolderInReadme);
+        const std::string output = replaced(result.out, utf8Path(folder.path()), kFolderInReadme);
         EXPECT_EQ(missingPart(output, example.output), std::nullopt) << output;
     }
 }

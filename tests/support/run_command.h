@@ -10,15 +10,17 @@
 namespace velinor {
 
 struct CommandResult {
-    int status = -1;  // the exit status; 128 and the signal's number where a signal ended the command
+    // The exit status; 128 and the signal's number where a signal ended the command. On Windows a crash is an
+    // exit status, too.
+    int status = -1;
     std::string out;
     std::string err;
 };
 
 struct CommandInput {
     std::string standardInput;
-    std::filesystem::path folder;                  // where the command runs; empty: here
-    std::optional<std::uint64_t> largestFile;      // bytes; writing more fails as on a full disk
+    std::filesystem::path folder;              // where the command runs; empty: here
+    std::optional<std::uint64_t> largestFile;  // bytes; writing more fails as on a full disk; not on Windows
     std::optional<std::filesystem::path> outFile;  // standard output goes there instead of into the result
 };
 
@@ -41,8 +43,8 @@ inline CommandInput printingTo(const std::filesystem::path& file) {
     return input;
 }
 
-// Runs `program`, which is a full path, and waits for its end. Throws std::system_error where it cannot be
-// started.
+// Runs `program`, which is a full path, and waits for its end. Arguments are UTF-8 (on POSIX, any bytes).
+// Throws std::system_error where it cannot be started.
 CommandResult runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                          const CommandInput& input = {});
 

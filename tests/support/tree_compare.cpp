@@ -4,6 +4,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/text.h"
+#include "tests/support/platform_text.h"
+
 namespace velinor {
 namespace {
 
@@ -33,15 +36,15 @@ Tree readTree(const fs::path& folder) {
         if (!entry.is_regular_file()) continue;
         std::ostringstream text;
         text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-        tree[entry.path().lexically_relative(folder).generic_string()] = text.str();
+        tree[withSlashes(utf8Path(entry.path().lexically_relative(folder)))] = text.str();
     }
     return tree;
 }
 
 void writeTree(const fs::path& folder, const Tree& tree) {
     for (const auto& [file, content] : tree) {
-        fs::create_directories((folder / file).parent_path());
-        std::ofstream(folder / file, std::ios::binary) << content;
+        fs::create_directories((folder / pathOfUtf8(file)).parent_path());
+        std::ofstream(folder / pathOfUtf8(file), std::ios::binary) << content;
     }
 }
 

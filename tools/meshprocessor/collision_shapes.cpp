@@ -82,7 +82,7 @@ ProcessorReport processMesh(const ProcessorOptions& options) {
     try {
         result = collisionShapes(mesh, options.shape);
     } catch (const MeshError& error) {
-        throw MeshError(printable(narrowPath(options.input)) + ": " + error.what());
+        throw MeshError(printable(utf8Path(options.input)) + ": " + error.what());
     }
     writeObj(options.output, mesh.points, result.shapes);
     report.output = countsOf(result.shapes);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "platform/isolated_run.h"
@@ -13,44 +14,86 @@
 namespace velinor {
 namespace {
 
-// What the library works on; it changes the points while it runs.
-struct LibraryMesh {
-    std::vector<HACD::Vec3<HACD::Real>> points;
-    std::vector<HACD::Vec3<long>> faces;
+// What the library gets. The corners of the faces count within the points.
+struct LibraryInput {
+    ClusterLimits limits{};
+    std::vector<Point> points;
+    std::vector<Face> faces;
 };
 
-LibraryMesh libraryMeshOf(const TriangleMesh& mesh, const Faces& faces) {
+LibraryInput libraryInputOf(const TriangleMesh& mesh, const Faces& faces, const ClusterLimits& limits) {
     const std::vector<std::uint32_t> corners = cornersOf(faces);
     const auto numberOf = [&corners](std::uint32_t corner) {
-        return std::lower_bound(corners.begin(), corners.end(), corner) - corners.begin();
+        return static_cast<std::uint32_t>(std::lower_bound(corners.begin(), corners.end(), corner) -
+                                          corners.begin());
     };
-    LibraryMesh copy;
-    copy.points.reserve(corners.size());
-    copy.faces.reserve(faces.size());
-    for (const std::uint32_t corner : corners) {
-        const auto& [x, y, z] = mesh.points[corner];
-        copy.points.emplace_back(x, y, z);
-    }
+    LibraryInput input{limits, {}, {}};
+    input.points.reserve(corners.size());
+    input.faces.reserve(faces.size());
+    for (const std::uint32_t corner : corners)
+        input.points.push_back(mesh.points[corner]);
     for (const Face& face : faces)
-        copy.faces.emplace_back(numberOf(face[0]), numberOf(face[1]), numberOf(face[2]));
-    return copy;
+        input.faces.push_back({numberOf(face[0]), numberOf(face[1]), numberOf(face[2])});
+    return input;
+}
+
+// Values one after the other as they lie in memory: both processes are of one program.
+template <typename Value>
+void append(std::string& bytes, const Value* values, std::size_t count) {
+    static_assert(std::is_trivially_copyable_v<Value>);
+    bytes.append(reinterpret_cast<const char*>(values), count * sizeof(Value));
+}
+
+template <typename Value>
+void take(std::string_view& bytes, Value* values, std::size_t count) {
+    static_assert(std::is_trivially_copyable_v<Value>);
+    bytes.copy(reinterpret_cast<char*>(values), count * sizeof(Value));
+    bytes.remove_prefix(count * sizeof(Value));
+}
+
+std::string bytesOf(const LibraryInput& input) {
+    const std::uint64_t pointCount = input.points.size();
+    std::string bytes;
+    append(bytes, &input.limits, 1);
+    append(bytes, &pointCount, 1);
+    append(bytes, input.points.data(), input.points.size());
+    append(bytes, input.faces.data(), input.faces.size());
+    return bytes;
+}
+
+LibraryInput libraryInputOf(std::string_view bytes) {
+    LibraryInput input;
+    std::uint64_t pointCount = 0;
+    take(bytes, &input.limits, 1);
+    take(bytes, &pointCount, 1);
+    input.points.resize(static_cast<std::size_t>(pointCount));
+    take(bytes, input.points.data(), input.points.size());
+    input.faces.resize(bytes.size() / sizeof(Face));
+    take(bytes, input.faces.data(), input.faces.size());
+    return input;
 }
 
 using ClusterNumbers = std::vector<std::uint32_t>;  // one for each face
 
 // Nothing where the library says that it failed.
-ClusterNumbers runLibrary(LibraryMesh input, const ClusterLimits& limits) {
+ClusterNumbers runLibrary(const LibraryInput& input) {
     constexpr double kScale = 1000;  // the size that the library gives the mesh, and the unit of concavity
+    std::vector<HACD::Vec3<HACD::Real>> points;  // the library changes them while it runs
+    std::vector<HACD::Vec3<long>> faces;
+    for (const auto& [x, y, z] : input.points)
+        points.emplace_back(x, y, z);
+    for (const Face& face : input.faces)
+        faces.emplace_back(face[0], face[1], face[2]);
     HACD::HACD library;
-    library.SetPoints(input.points.data());
-    library.SetNPoints(input.points.size());
-    library.SetTriangles(input.faces.data());
-    library.SetNTriangles(input.faces.size());
+    library.SetPoints(points.data());
+    library.SetNPoints(points.size());
+    library.SetTriangles(faces.data());
+    library.SetNTriangles(faces.size());
     library.SetScaleFactor(kScale);
     library.SetCompacityWeight(0.1);
     library.SetVolumeWeight(0);
-    library.SetConcavity(limits.concavity * kScale);
-    library.SetNClusters(limits.fewest);
+    library.SetConcavity(input.limits.concavity * kScale);
+    library.SetNClusters(input.limits.fewest);
     library.SetNVerticesPerCH(8);  // its own hulls are not used
     library.SetConnectDist(-1);    // it would compare all pairs of points
     library.SetAddExtraDistPoints(true);
@@ -58,7 +101,7 @@ ClusterNumbers runLibrary(LibraryMesh input, const ClusterLimits& limits) {
     library.SetAddFacesPoints(true);
     if (!library.Compute()) return {};
     const long* partition = library.GetPartition();
-    return {partition, partition + input.faces.size()};
+    return {partition, partition + faces.size()};
 }
 
 std::string bytesOf(const ClusterNumbers& numbers) {
@@ -72,6 +115,13 @@ ClusterNumbers numbersOf(std::string_view bytes) {
     if (!numbers.empty()) std::memcpy(numbers.data(), bytes.data(), bytes.size());
     return numbers;
 }
+
+// Runs in a process of its own.
+void cluster(std::string_view input, const SendMessage& send) {
+    send(bytesOf(runLibrary(libraryInputOf(input))));
+}
+
+const IsolatedWork kCluster("cluster-faces", cluster);
 
 bool isValid(const ClusterNumbers& numbers, std::size_t faceCount) {
     return numbers.size() == faceCount &&
@@ -87,7 +137,7 @@ std::optional<Clusters> concavityClusters(const TriangleMesh& mesh, const Faces&
     constexpr IsolationLimits kIsolation{std::uint64_t{8} << 30U, 20};
     ClusterNumbers numbers;
     const IsolatedRun run = runIsolated(
-        [&](const SendMessage& send) { send(bytesOf(runLibrary(libraryMeshOf(mesh, faces), limits))); },
+        kCluster, bytesOf(libraryInputOf(mesh, faces, limits)),
         [&numbers](std::string_view message) { numbers = numbersOf(message); }, kIsolation);
     if (run.end != IsolatedRun::End::finished || !isValid(numbers, faces.size())) return std::nullopt;
     Clusters clusters;

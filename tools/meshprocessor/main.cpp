@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "base/text.h"
+#include "platform/isolated_run.h"
+#include "platform/program_start.h"
 #include "tools/meshprocessor/collision_shapes.h"
 #include "tools/meshprocessor/options.h"
 
@@ -32,7 +34,7 @@ std::string countsText(const MeshCounts& counts) {
 }
 
 std::string reportText(const ProcessorOptions& options, const ProcessorReport& report) {
-    std::string text = printable(narrowPath(options.output)) + ": " + countsText(report.input) + " -> " +
+    std::string text = printable(utf8Path(options.output)) + ": " + countsText(report.input) + " -> " +
                        (report.parts == 1 ? "1 shape" : std::to_string(report.parts) + " shapes") + ", " +
                        countsText(report.output);
     if (report.deviation) {
@@ -76,5 +78,8 @@ int runProgram(const std::vector<std::string>& arguments) {
 }  // namespace velinor
 
 int main(int argc, char** argv) {
-    return velinor::runProgram(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    const std::vector<std::string> arguments = velinor::programArguments(argc, argv);
+    velinor::runIsolatedWorkIfAsked(arguments);
+    const velinor::StandardStreams streams;
+    return velinor::runProgram(arguments);
 }

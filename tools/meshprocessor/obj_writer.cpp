@@ -63,7 +63,7 @@ class PendingFile {
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw MeshError(printable(narrowPath(target_)) + ": cannot be written: " + reason +
+        throw MeshError(printable(utf8Path(target_)) + ": cannot be written: " + reason +
                         "; check free space and permissions of the folder");
     }
 

@@ -225,7 +225,7 @@ class MeshBuilder {
 class Parser {
   public:
     explicit Parser(const std::filesystem::path& file)
-        : name_(printable(narrowPath(file))), parser_(XML_ParserCreate(nullptr), XML_ParserFree) {
+        : name_(printable(utf8Path(file))), parser_(XML_ParserCreate(nullptr), XML_ParserFree) {
         if (!parser_) throw std::bad_alloc();
         XML_SetUserData(parser_.get(), this);
         XML_SetElementHandler(
@@ -285,7 +285,7 @@ class Parser {
 
 [[noreturn]] void failToRead(const std::filesystem::path& file) {
     const int error = errno;
-    throw MeshError(printable(narrowPath(file)) + ": " +
+    throw MeshError(printable(utf8Path(file)) + ": " +
                     (error != 0 ? std::generic_category().message(error) : std::string("cannot be read")) +
                     "; check the path of -import");
 }

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "platform/forked_run.h"
+
 namespace velinor {
 namespace {
 
@@ -36,7 +38,7 @@ std::string textOf(const IsolatedRun& run) {
         case IsolatedRun::End::memoryLimit:
             return "too much memory";
         default:
-            return "a crash (signal " + std::to_string(run.signal) + ")";
+            return run.cause.empty() ? "a crash" : "a crash (" + run.cause + ")";
     }
 }
 
@@ -67,7 +69,7 @@ void lookAtFiles(const std::vector<std::string>& files, const IsolatedFiles& wor
                 work.receive(files[next - 1], split(message));
             }
         };
-        const IsolatedRun run = runIsolated(lookAtRest, receive, kLimits);
+        const IsolatedRun run = runForked(lookAtRest, receive, kLimits);
         if (run.end == IsolatedRun::End::finished && next == files.size()) return;
         if (next == first)
             throw std::runtime_error("OGRE could not be started: it ended with " + textOf(run));

@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/isolated_run.h"
-
 namespace velinor {
 
 // What the isolated code has to say about a file: a few texts, in an order that both sides know.

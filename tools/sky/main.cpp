@@ -7,7 +7,10 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "base/text.h"
+#include "platform/program_start.h"
 #include "tools/sky/dds_reader.h"
 #include "tools/sky/default_sky.h"
 
@@ -25,22 +28,22 @@ void writeFile(const std::filesystem::path& path, std::string_view bytes) {
     if (file) return;
     std::error_code ignored;
     std::filesystem::remove(path, ignored);
-    throw std::runtime_error(path.string() + ": cannot be written");
+    throw std::runtime_error(utf8Path(path) + ": cannot be written");
 }
 
 void writeCross(const std::filesystem::path& in, const std::filesystem::path& out) {
     std::ifstream file(in, std::ios::binary);
     const std::string bytes(std::istreambuf_iterator<char>(file), {});
     const auto levels = readDds(bytes);
-    if (!levels) throw std::runtime_error(in.string() + ": is no whole DXT1 cube map with mipmaps");
+    if (!levels) throw std::runtime_error(utf8Path(in) + ": is no whole DXT1 cube map with mipmaps");
     writeFile(out, crossPicture(levels->front()));
 }
 
-int run(int count, char** arguments) {
-    if (count == 4 && std::string_view(arguments[1]) == "--cross") {
-        writeCross(arguments[2], arguments[3]);
-    } else if (count == 2 && arguments[1][0] != '-') {
-        writeFile(arguments[1], defaultSkyFile());
+int run(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 3 && arguments[0] == "--cross") {
+        writeCross(pathOfUtf8(arguments[1]), pathOfUtf8(arguments[2]));
+    } else if (arguments.size() == 1 && !arguments[0].starts_with('-')) {
+        writeFile(pathOfUtf8(arguments[0]), defaultSkyFile());
     } else {
         std::fputs(kUsage.data(), stderr);
         return 2;
@@ -53,7 +56,7 @@ int run(int count, char** arguments) {
 
 int main(int count, char** arguments) {
     try {
-        return velinor::run(count, arguments);
+        return velinor::run(velinor::programArguments(count, arguments));
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tolvex_sky: %s\n", error.what());
         return 1;

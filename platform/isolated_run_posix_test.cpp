@@ -1,0 +1,43 @@
+// What only systems with signals and copies of processes have; the rest is in isolated_run_test.cpp.
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "platform/forked_run.h"
+
+namespace velinor {
+namespace {
+
+using End = IsolatedRun::End;
+
+IsolatedRun run(const std::function<void(const SendMessage&)>& work) {
+    return runForked(work, [](std::string_view) {}, {});
+}
+
+TEST(RunForked, TellsTheSignalThatEndedTheWork) {
+    for (const int signal : {SIGSEGV, SIGABRT, SIGFPE}) {
+        const IsolatedRun result = run([signal](const SendMessage&) {
+            std::signal(signal, SIG_DFL);
+            std::raise(signal);
+        });
+        EXPECT_EQ(result.end, End::crashed);
+        EXPECT_EQ(result.cause, "signal " + std::to_string(signal));
+    }
+}
+
+TEST(RunForked, GivesTheWorkACopyOfWhatItsCallerHas) {
+    int value = 1;
+    std::string heard;
+    const IsolatedRun result = runForked(
+        [&](const SendMessage& send) {
+            value += 1;
+            send(std::to_string(value));
+        },
+        [&](std::string_view message) { heard = message; }, {});
+    EXPECT_EQ(result.end, End::finished);
+    EXPECT_EQ(heard, "2");
+    EXPECT_EQ(value, 1);
+}
+
+}  // namespace
+}  // namespace velinor

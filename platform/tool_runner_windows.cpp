@@ -1,0 +1,95 @@
+#include <algorithm>
+#include <system_error>
+
+#include "platform/child_process_windows.h"
+#include "platform/path_text.h"
+#include "platform/system_message.h"
+#include "platform/tool_runner.h"
+
+namespace velinor {
+namespace {
+
+constexpr std::size_t kOutputKept = std::size_t{8} << 10U;
+constexpr std::size_t kLongestCommandLine = 32767;  // with the zero at its end
+constexpr DWORD kTickMilliseconds = 50;
+
+ToolRun notStarted(std::string reason) {
+    return {ToolRun::End::notStarted, 0, std::move(reason)};
+}
+
+// Ended with its owner where it has not ended before.
+class RunningTool {
+  public:
+    explicit RunningTool(Handle process) : process_(std::move(process)) {}
+    RunningTool(const RunningTool&) = delete;
+    RunningTool& operator=(const RunningTool&) = delete;
+    ~RunningTool() {
+        if (hasEnded(0)) return;
+        TerminateProcess(process_.get(), 1);
+        WaitForSingleObject(process_.get(), INFINITE);
+    }
+
+    bool hasEnded(DWORD milliseconds) const {
+        return WaitForSingleObject(process_.get(), milliseconds) == WAIT_OBJECT_0;
+    }
+
+    // Of a tool that has ended.
+    DWORD exitCode() const {
+        DWORD code = 0;
+        GetExitCodeProcess(process_.get(), &code);
+        return code;
+    }
+
+  private:
+    Handle process_;
+};
+
+// Reads some of the output and keeps the beginning of it. Whether anything came.
+bool readSome(Handle& output, std::string& kept) {
+    std::string piece;
+    if (!output.isOpen()) return false;
+    if (!readAvailable(output.get(), piece)) output.reset();
+    kept.append(piece, 0, kOutputKept - std::min(kept.size(), kOutputKept));
+    return !piece.empty();
+}
+
+// The system gives a process that an exception ends the exception's code, which has the two highest bits set.
+ToolRun runOf(DWORD exitCode, std::string output) {
+    constexpr DWORD kSevere = 0xC0000000U;
+    const auto end = (exitCode & kSevere) == kSevere ? ToolRun::End::crashed : ToolRun::End::exited;
+    return {end, static_cast<int>(exitCode), std::move(output)};
+}
+
+}  // namespace
+
+ToolRun SystemToolRunner::run(const ToolCommand& command) {
+    const std::wstring commandLine = pathOfNarrow(command.commandLine).native();
+    if (commandLine.size() >= kLongestCommandLine) {
+        return notStarted("the command line has " + std::to_string(commandLine.size()) +
+                          " characters, and the system takes less than " +
+                          std::to_string(kLongestCommandLine) + "; choose a folder with a shorter path");
+    }
+    PipeEnds pipe;
+    Child child;
+    try {
+        pipe = makePipe();
+        const Handle nothing = openNothing();
+        child = startChild(commandLine, workingFolder_ ? workingFolder_->c_str() : nullptr,
+                           {nothing.get(), pipe.write.get(), pipe.write.get()});
+    } catch (const std::system_error& error) {
+        return notStarted(systemMessage(static_cast<DWORD>(error.code().value())));
+    }
+    pipe.write.reset();
+    const RunningTool tool(std::move(child.process));
+
+    // Pipes cannot be waited for together with a process. Tools that print are looked at without a pause.
+    std::string kept;
+    for (bool isPrinting = true;;) {
+        const bool hasEnded = tool.hasEnded(isPrinting ? 0 : kTickMilliseconds);
+        isPrinting = readSome(pipe.read, kept);
+        if (hasEnded && (!isPrinting || kept.size() >= kOutputKept)) return runOf(tool.exitCode(), kept);
+        if (whileWaiting_) whileWaiting_();
+    }
+}
+
+}  // namespace velinor

@@ -1,0 +1,84 @@
+#include "plugin/export_session_max.h"
+
+#include <filesystem>
+#include <new>
+
+#include "platform/process_info.h"
+#include "plugin/host_messages_max.h"
+#include "plugin/image_library_max.h"
+#include "plugin/module_max.h"
+
+namespace velinor {
+namespace {
+
+// Does what should be done at the end of an export if it can be, whatever happened before.
+template <class Work>
+void quietly(const Work& work) {
+    try {
+        work();
+    } catch (...) {
+        return;
+    }
+}
+
+}  // namespace
+
+ExportSession::ExportSession()
+    : tools_([this] { progress_.advance(0); }),
+      exporter_({host_, report_, progress_, tools_, &dialog_, executablePath()}) {}
+
+void ExportSession::run(host::HostText name, bool isPromptSuppressed) {
+    const std::exception_ptr escaping = exportTo(name, isPromptSuppressed);
+    finish();
+    quietly([&] { logReport(report_); });
+    if (!isPromptSuppressed) quietly([&] { showReport(report_); });
+    if (escaping) std::rethrow_exception(escaping);
+}
+
+// What is for the host to know is answered. Failures of the exporter's own end here: the host has no means to
+// deal with them.
+std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSuppressed) {
+    try {
+        report_ = Report();
+        exportNow(std::u16string(name), isPromptSuppressed);
+    } catch (const ExportStopped&) {
+        fail(MessageId::exportStopped, "");
+    } catch (const std::filesystem::filesystem_error& error) {
+        fail(MessageId::exportFailed, error.what());
+        return std::current_exception();
+    } catch (const ::TabOutOfRangeException&) {
+        fail(MessageId::exportFailed, "a list of the host is shorter than it should be");
+        return std::current_exception();
+    } catch (const std::bad_alloc&) {
+        fail(MessageId::exportFailed, "there is not enough memory");
+    } catch (const std::exception& error) {
+        fail(MessageId::exportFailed, error.what());
+    } catch (...) {
+        fail(MessageId::exportFailed, "the host broke it off");
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
+void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppressed) {
+    if (name.empty()) return fail(MessageId::exportFailed, "the host names no file");
+    const auto fault = imageLibraryFault(modulePath());
+    if (fault) return fail(MessageId::imageLibraryMissing, fault->c_str());
+    exporter_.DoExport(name.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
+}
+
+void ExportSession::fail(MessageId id, const char* detail) {
+    quietly([&] { report_.add(id, "tolvex", detail); });
+}
+
+// Handles of the scene are worth nothing from here on.
+void ExportSession::finish() {
+    exporter_.context.nodes.clear();
+    exporter_.context.materialMap.clear();
+    exporter_.context.scene = nullptr;
+    tools_.remove();
+    quietly([this] { host_.release(); });
+    quietly([this] { progress_.end(); });
+}
+
+}  // namespace velinor

@@ -1,0 +1,9 @@
+#include "plugin/options_dialog_max.h"
+
+namespace velinor {
+
+DialogResult HostOptionsDialog::run(ExportSettings& /*settings*/) {
+    return DialogResult::notCreated;
+}
+
+}  // namespace velinor

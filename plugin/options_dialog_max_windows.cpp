@@ -1,0 +1,15 @@
+#include "plugin/module_max.h"
+
+#include "plugin/options_dialog_max.h"
+
+#include <windows.h>
+
+#include "plugin/options_window_max.h"
+
+namespace velinor {
+
+DialogResult HostOptionsDialog::run(ExportSettings& settings) {
+    return OptionsWindow(GetActiveWindow(), moduleHandle()).run(settings);
+}
+
+}  // namespace velinor

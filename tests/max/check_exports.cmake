@@ -1,0 +1,20 @@
+# cmake -DLIBRARY=... -DNM=... -DOBJDUMP=... -DWINDOWS=... -P check_exports.cmake
+# The plug-in must export its six functions and nothing else.
+set(expected LibClassDesc LibDescription LibInitialize LibNumberClasses LibShutdown LibVersion)
+if(WINDOWS)
+    execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE text RESULT_VARIABLE status)
+    string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table[^\n]*\n(\t[^\n]*\n)*" table "${text}")
+    string(REGEX MATCHALL "[A-Za-z_][^\n ]*\n" names "${table}")
+    list(POP_FRONT names)  # the heading
+else()
+    execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY} OUTPUT_VARIABLE table RESULT_VARIABLE status)
+    string(REGEX MATCHALL "[^\n ]+\n" names "${table}")
+endif()
+if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${LIBRARY} cannot be read")
+endif()
+list(TRANSFORM names STRIP)
+list(SORT names)
+if(NOT names STREQUAL expected)
+    message(FATAL_ERROR "the plug-in exports ${names}\nand should export ${expected}")
+endif()

@@ -1,0 +1,68 @@
+#include <windows.h>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <system_error>
+
+#include "base/text.h"
+#include "platform/child_process_windows.h"
+#include "platform/temporary_folder.h"
+#include "tests/support/quoting.h"
+#include "tests/support/run_command.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A new file for one of the child's streams; `access` is GENERIC_READ for an existing one.
+Handle openStream(const fs::path& path, DWORD access) {
+    Handle file(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            access == GENERIC_READ ? OPEN_EXISTING : CREATE_ALWAYS, 0, nullptr));
+    if (!file.isOpen()) throwLastError("CreateFileW");
+    return file;
+}
+
+std::string contentOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return std::move(text).str();
+}
+
+int waitFor(const Handle& process) {
+    WaitForSingleObject(process.get(), INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process.get(), &status);
+    return static_cast<int>(status);
+}
+
+}  // namespace
+
+CommandResult runProgram(const fs::path& program, const std::vector<std::string>& arguments,
+                         const CommandInput& input) {
+    if (input.largestFile) throw std::logic_error("no limit of file sizes here");
+    const TemporaryFolder streams;
+    const fs::path out = input.outFile.value_or(streams.path() / "out");
+    const fs::path err = streams.path() / "err";
+    std::ofstream(streams.path() / "in", std::ios::binary) << input.standardInput;
+    std::vector<std::string> texts = arguments;
+    texts.insert(texts.begin(), utf8Path(program));
+
+    CommandResult result;
+    {
+        const Handle inStream = openStream(streams.path() / "in", GENERIC_READ);
+        const Handle outStream = openStream(out, GENERIC_WRITE);
+        const Handle errStream = openStream(err, GENERIC_WRITE);
+        const Child child = startChild(pathOfUtf8(quotedCommandLine(texts)).native(),
+                                       input.folder.empty() ? nullptr : input.folder.c_str(),
+                                       {inStream.get(), outStream.get(), errStream.get()});
+        result.status = waitFor(child.process);
+    }
+    if (!input.outFile) result.out = contentOf(out);
+    result.err = contentOf(err);
+    return result;
+}
+
+}  // namespace velinor

@@ -1,0 +1,79 @@
+// A program for tests that start programs: does what its arguments say, one after the other.
+//
+//     out TEXT, err TEXT   prints a line
+//     fill BYTES           prints so many zero bytes
+//     endless              prints without end
+//     arguments ...        prints those that follow, each in angle brackets, and ends
+//     copy                 prints what there is to read on standard input
+//     touch FILE           makes an empty file
+//     sleep MILLISECONDS
+//     crash                ends by a memory error
+//     exit STATUS
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/text.h"
+#include "platform/program_start.h"
+
+namespace velinor {
+namespace {
+
+void print(std::FILE* stream, const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
+void copyInput() {
+    for (int c = std::getchar(); c != EOF; c = std::getchar())
+        std::putchar(c);
+}
+
+void crash() {
+    volatile int* volatile nowhere = nullptr;
+    *nowhere = 1;
+}
+
+// The arguments that are left.
+class Script {
+  public:
+    explicit Script(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
+
+    bool isOver() const { return at_ >= arguments_.size(); }
+    std::string take() { return isOver() ? std::string() : arguments_[at_++]; }
+
+  private:
+    std::vector<std::string> arguments_;
+    std::size_t at_ = 0;
+};
+
+void run(Script script) {
+    while (!script.isOver()) {
+        const std::string word = script.take();
+        if (word == "out") print(stdout, script.take() + "\n");
+        if (word == "err") print(stderr, script.take() + "\n");
+        if (word == "fill") print(stdout, std::string(std::stoul(script.take()), '\0'));
+        while (word == "endless")
+            print(stdout, std::string(1000, 'y') + "\n");
+        while (word == "arguments" && !script.isOver())
+            print(stdout, "<" + script.take() + ">");
+        if (word == "copy") copyInput();
+        if (word == "touch") std::ofstream(pathOfUtf8(script.take())).flush();
+        if (word == "sleep") std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(script.take())));
+        if (word == "crash") crash();
+        if (word == "exit") std::exit(std::stoi(script.take()));
+    }
+}
+
+}  // namespace
+}  // namespace velinor
+
+int main(int argc, char** argv) {
+    const velinor::StandardStreams streams;
+    velinor::run(velinor::Script(velinor::programArguments(argc, argv)));
+    return 0;
+}
