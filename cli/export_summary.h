@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "base/report.h"
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 
 namespace velinor {
 

@@ -5,7 +5,7 @@
 
 #include "base/progress.h"
 #include "hosts/assimp/assimp_reader.h"
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "platform/isolated_run.h"
 

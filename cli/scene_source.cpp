@@ -12,6 +12,7 @@
 #include "cli/command_error.h"
 #include "cli/interrupts.h"
 #include "cli/isolated_import.h"
+#include "hosts/ase/ase_reader.h"
 #include "hosts/assimp/assimp_reader.h"
 #include "platform/open_file.h"
 
@@ -49,7 +50,7 @@ bool endsWith(const std::string& text, std::string_view ending) {
 }
 
 std::string readableEndings() {
-    std::string text = ".scene.json, .scene.cbor";
+    std::string text = ".scene.json, .scene.cbor, .ase, .ask";
     for (const SceneFileEnding& ending : assimpFileEndings())
         text += ", ." + ending.ending;
     return text;
@@ -108,18 +109,24 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
         return {readSnapshot(readSceneFile(scene), *encoding, utf8Path(scene)), folderOf(scene), {}, {}};
     }
     requireFile(scene);
-    if (!canReadWithAssimp(scene)) {
+    const bool isAse = isAseFile(scene);
+    if (!isAse && !canReadWithAssimp(scene)) {
         refuse(utf8Path(scene), "files of this ending cannot be read; these can: " + readableEndings());
     }
     SceneSource source;
     source.folder = folderOf(scene);
-    AssimpOptions options;
-    options.assetFolders = wanted.assetFolders;
     if (wanted.images == SceneImages::extract) {
         rememberInterrupts();
         source.images = makeImageFolder();
-        options.imageFolder = fs::absolute(source.images->path());
     }
+    // Our own reader stands damage, so it needs no process of its own.
+    if (isAse) {
+        source.scene = readAse(readSceneFile(scene), scene, {wanted.assetFolders}, progress, source.notes);
+        return source;
+    }
+    AssimpOptions options;
+    options.assetFolders = wanted.assetFolders;
+    if (source.images) options.imageFolder = fs::absolute(source.images->path());
     source.scene = importIsolated(scene, options, progress, source.notes);
     return source;
 }

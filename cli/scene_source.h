@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "hosts/snapshot/snapshot_io.h"
 #include "platform/temporary_folder.h"

@@ -67,6 +67,22 @@ TEST_F(SceneSourceTest, ARefusedOrStoppedImportLeavesNone) {
     EXPECT_TRUE(isTemporaryEmpty());
 }
 
+TEST_F(SceneSourceTest, AseFilesAreReadHereWithTheirNotes) {
+    NoProgress progress;
+    const std::string text = "*3DSMAX_ASCIIEXPORT 200\n*HELPEROBJECT {\n*NODE_NAME \"A\"\n*NODE_TM {\n}\n}\n";
+    for (const char* name : {"a.ase", "B.ASE", "c.ask"}) {
+        const fs::path file = write(name, text);
+        const SceneSource source = openScene(file, progress, {SceneImages::extract, {file.parent_path()}});
+        ASSERT_EQ(source.scene.nodes.size(), 1U);
+        EXPECT_EQ(source.scene.nodes[0].name, u"A");
+        EXPECT_EQ(source.scene.assetFolders.size(), 1U);
+        EXPECT_EQ(source.folder, file.parent_path());
+        EXPECT_EQ(source.notes.notes().size(), 1U);
+        EXPECT_TRUE(source.images) << "for links to bitmaps";
+    }
+    EXPECT_THROW(openScene(write("d.ase", "*"), progress, {}), SceneError);
+}
+
 TEST_F(SceneSourceTest, WhereNoneCanBeMadeTheMessageTellsWhatToDo) {
     const fs::path scene = write("a.obj", triangle_);
     const TemporaryFilesIn variable(scene / "none");

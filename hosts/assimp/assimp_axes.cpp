@@ -141,7 +141,6 @@ SpaceRule spaceRuleOf(const aiScene& scene, const SourceFile& file, std::optiona
         case FileFormat::collada:
             return colladaRule(scene);
         case FileFormat::threeDs:
-        case FileFormat::ase:
         case FileFormat::rotatedRoot:
             return {{}, false, true};
         default:

@@ -1,5 +1,6 @@
 #include "hosts/assimp/assimp_format.h"
 
+#include <assimp/BaseImporter.h>
 #include <assimp/importerdesc.h>
 
 #include <algorithm>
@@ -17,12 +18,12 @@ namespace {
 
 // By the first ending that the library lists for a reader.
 constexpr std::pair<std::string_view, FileFormat> kFormats[] = {
-    {"fbx", FileFormat::fbx},         {"gltf", FileFormat::gltf},       {"dae", FileFormat::collada},
-    {"obj", FileFormat::obj},         {"3ds", FileFormat::threeDs},     {"ase", FileFormat::ase},
-    {"stl", FileFormat::upright},     {"ply", FileFormat::upright},     {"off", FileFormat::upright},
-    {"blend", FileFormat::upright},   {"amf", FileFormat::upright},     {"3mf", FileFormat::upright},
-    {"dxf", FileFormat::rotatedRoot}, {"md2", FileFormat::rotatedRoot}, {"md5mesh", FileFormat::rotatedRoot},
-    {"mdc", FileFormat::rotatedRoot}, {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},
+    {"fbx", FileFormat::fbx},         {"gltf", FileFormat::gltf},           {"dae", FileFormat::collada},
+    {"obj", FileFormat::obj},         {"3ds", FileFormat::threeDs},         {"stl", FileFormat::upright},
+    {"ply", FileFormat::upright},     {"off", FileFormat::upright},         {"blend", FileFormat::upright},
+    {"amf", FileFormat::upright},     {"3mf", FileFormat::upright},         {"dxf", FileFormat::rotatedRoot},
+    {"md2", FileFormat::rotatedRoot}, {"md5mesh", FileFormat::rotatedRoot}, {"mdc", FileFormat::rotatedRoot},
+    {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},
 };
 
 std::vector<std::string> endingsOf(const aiImporterDesc& reader) {
@@ -45,6 +46,14 @@ std::string descriptionOf(const aiImporterDesc& reader) {
 
 }  // namespace
 
+// The importer destroys the readers that it still has.
+std::unique_ptr<Assimp::Importer> makeImporter() {
+    auto importer = std::make_unique<Assimp::Importer>();
+    const std::unique_ptr<Assimp::BaseImporter> ase(importer->GetImporter("ase"));
+    if (ase) importer->UnregisterLoader(ase.get());
+    return importer;
+}
+
 FileFormat formatLastRead(const Assimp::Importer& importer) {
     const int index = importer.GetPropertyInteger("importerIndex", -1);
     const aiImporterDesc* reader =
@@ -59,10 +68,10 @@ FileFormat formatLastRead(const Assimp::Importer& importer) {
 }
 
 std::vector<SceneFileEnding> assimpFileEndings() {
-    const Assimp::Importer importer;
+    const auto importer = makeImporter();
     std::map<std::string, std::string> descriptions;
-    for (std::size_t i = 0; i < importer.GetImporterCount(); ++i) {
-        const aiImporterDesc* reader = importer.GetImporterInfo(i);
+    for (std::size_t i = 0; i < importer->GetImporterCount(); ++i) {
+        const aiImporterDesc* reader = importer->GetImporterInfo(i);
         if (reader == nullptr) continue;
         for (const std::string& ending : endingsOf(*reader)) {
             std::string& description = descriptions[ending];

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,6 @@ enum class FileFormat {
     collada,
     obj,
     threeDs,
-    ase,
     upright,      // Z-up as it stands: STL, PLY, OFF, Blender's, AMF, 3MF
     rotatedRoot,  // the root's matrix turns Z-up to Y-up: DXF, Quake models, IFC, ...
     other,        // brought to Y-up by the library
@@ -35,6 +35,10 @@ struct SourceFile {
     std::string generator;  // the program that wrote the file, as it calls itself; empty: not told
     bool isAsciiFbx = false;
 };
+
+// An importer of all formats but ASE, whatever the ending of a file: of that format the library loses too
+// much, and it crashes on damaged files.
+std::unique_ptr<Assimp::Importer> makeImporter();
 
 // The format of the file that `importer` read last.
 FileFormat formatLastRead(const Assimp::Importer& importer);

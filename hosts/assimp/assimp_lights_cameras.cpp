@@ -136,11 +136,10 @@ host::GMatrix lightToWorld(const aiLight& light, const ColumnMatrix& nodeToFile,
 
 host::GMatrix cameraToWorld(const aiCamera& camera, const ColumnMatrix& nodeToFile, const SpaceRule& rule,
                             FileFormat format) {
-    // glTF cameras repeat the translation of their node; ASE cameras look the other way than the library
-    // says.
+    // glTF cameras repeat the translation of their node.
     const aiVector3D position = format == FileFormat::gltf ? aiVector3D() : camera.mPosition;
-    const aiVector3D look = format == FileFormat::ase ? aiVector3D(0, 0, -1) : camera.mLookAt;
-    return viewToWorld(deviceToHost(nodeToFile, rule, format), position, look, upOf(camera.mUp, format));
+    return viewToWorld(deviceToHost(nodeToFile, rule, format), position, camera.mLookAt,
+                       upOf(camera.mUp, format));
 }
 
 }  // namespace velinor

@@ -10,7 +10,7 @@
 #include "base/progress.h"
 #include "hosts/assimp/assimp_format.h"
 #include "hosts/assimp/bitmap_table.h"
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
 struct aiScene;

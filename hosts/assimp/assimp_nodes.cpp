@@ -29,7 +29,6 @@ bool isRootOfFileOnly(const aiNode& root, FileFormat format) {
         case FileFormat::collada:
         case FileFormat::obj:
         case FileFormat::threeDs:
-        case FileFormat::ase:
             return true;
         case FileFormat::gltf:
             return name == "ROOT";
@@ -43,8 +42,7 @@ bool isLeftOut(const aiNode& node, FileFormat format, const NodeDevices& devices
         return true;
     if (hasContent(node, devices)) return false;
     if (node.mParent == nullptr) return isRootOfFileOnly(node, format);
-    if (format == FileFormat::obj) return true;  // an "o" that a "g" follows
-    return format == FileFormat::ase && node.mName.length == 0;
+    return format == FileFormat::obj;  // an "o" that a "g" follows
 }
 
 ColumnMatrix matrixOf(const aiMatrix4x4& m) {

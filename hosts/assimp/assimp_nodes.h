@@ -27,7 +27,7 @@ std::vector<const aiNode*> nodesInPostOrder(const aiScene& scene, const SourceFi
 
 // The nodes of the scene in the order of the file, parents first. Left out, with their matrices multiplied
 // through and their children given to the node above: the root where it stands for the file only, the nodes
-// into which the library splits the pivots of FBX, and the empty nodes that it makes for OBJ and ASE.
+// into which the library splits the pivots of FBX, and the empty nodes that it makes for OBJ.
 std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, const SpaceRule& rule,
                                  const NodeDevices& devices);
 

@@ -39,7 +39,7 @@ std::string lowerCaseEnding(const std::filesystem::path& file) {
 }
 
 bool isTextEnding(std::string_view ending) {
-    constexpr std::string_view kTextEndings[] = {".ase", ".ask", ".obj", ".dae", ".xml", ".x3d", ".gltf"};
+    constexpr std::string_view kTextEndings[] = {".obj", ".dae", ".xml", ".x3d", ".gltf"};
     return std::ranges::find(kTextEndings, ending) != std::end(kTextEndings);
 }
 

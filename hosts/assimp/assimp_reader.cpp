@@ -78,15 +78,15 @@ std::string reasonOf(const Assimp::Importer& importer) {
 std::unique_ptr<aiScene> load(const std::filesystem::path& file, SourceFile& source, Progress& progress) {
     progress.beginPhase("Reading the scene file", kReadSteps);
     std::exception_ptr failure;
-    Assimp::Importer importer;
-    setOptions(importer);
-    importer.SetProgressHandler(new ReadProgress(progress, failure));  // the importer owns it
-    const aiScene* loaded = importer.ReadFile(utf8Path(file), aiProcess_Triangulate);
+    const auto importer = makeImporter();
+    setOptions(*importer);
+    importer->SetProgressHandler(new ReadProgress(progress, failure));  // the importer owns it
+    const aiScene* loaded = importer->ReadFile(utf8Path(file), aiProcess_Triangulate);
     if (failure) std::rethrow_exception(failure);
-    if (loaded == nullptr) throw SceneError(source.shown + ": cannot be read: " + reasonOf(importer));
-    source.format = formatLastRead(importer);
+    if (loaded == nullptr) throw SceneError(source.shown + ": cannot be read: " + reasonOf(*importer));
+    source.format = formatLastRead(*importer);
     source.isAsciiFbx = source.isAsciiFbx && source.format == FileFormat::fbx;
-    std::unique_ptr<aiScene> scene(importer.GetOrphanedScene());
+    std::unique_ptr<aiScene> scene(importer->GetOrphanedScene());
     aiString generator;
     if (scene->mMetaData != nullptr && scene->mMetaData->Get(AI_METADATA_SOURCE_GENERATOR, generator))
         source.generator = textOf(generator);

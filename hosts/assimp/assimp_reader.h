@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
 namespace velinor {

@@ -4,9 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/import/import_text.h"
+
 struct aiString;
 
 namespace velinor {
+
+struct SourceFile;
 
 // The characters of a library string.
 std::string_view textOf(const aiString& text);
@@ -19,9 +23,6 @@ bool isCutOff(const aiString& text);
 // left out.
 std::u16string hostName(const aiString& name);
 
-// The same of any bytes.
-std::u16string hostText(std::string_view bytes);
-
 // UTF-8 of the same.
 std::string shownName(const aiString& name);
 
@@ -29,11 +30,8 @@ std::string shownName(const aiString& name);
 // escape "&".
 std::string decodeFbxEntities(std::string_view text);
 
-// `text` in one line without control characters: runs of blanks and line ends become one blank.
-std::string oneLine(std::string_view text);
-
-// `text` with its ASCII letters in small, and whether two texts are the same in this form.
-std::string lowerCase(std::string text);
-bool isSameButCase(std::string_view a, std::string_view b);
+// The text of a texture's name as the library hands it over: UTF-8, or else Windows-1252; the entities of
+// ASCII FBX decoded.
+std::u16string textureName(std::string_view reference, const SourceFile& source);
 
 }  // namespace velinor

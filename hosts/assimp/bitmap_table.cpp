@@ -19,20 +19,6 @@ std::string shown(std::u16string_view name) {
     return "\"" + oneLine(toUtf8(name)) + "\"";
 }
 
-// "/scenes, its folders room.fbm, textures, Textures, maps, /assets".
-std::string shownFolders(const TextureFiles& files) {
-    const fs::path& scene = files.searched().front();
-    std::string inScene;
-    std::string others;
-    for (const fs::path& folder : files.searched()) {
-        if (folder == scene) continue;
-        const bool isInScene = folder.parent_path() == scene;
-        const std::string text = printable(utf8Path(isInScene ? folder.filename() : folder));
-        (isInScene ? inScene : others) += (isInScene && inScene.empty() ? "" : ", ") + text;
-    }
-    return printable(utf8Path(scene)) + ", its folders " + inScene + others;
-}
-
 // A larger file is no texture, and would take the memory of the scene.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30U;
 
@@ -51,7 +37,11 @@ ConvertedImage readFile(const fs::path& file) {
 
 BitmapTable::BitmapTable(const aiScene& scene, const SourceFile& source, const AssimpOptions& options,
                          ImportNotes& notes)
-    : source_(source), notes_(notes), embedded_(scene, source), files_(source, options.assetFolders) {
+    : source_(source),
+      notes_(notes),
+      embedded_(scene, source),
+      files_(source.path, source.format == FileFormat::gltf ? TextureNames::uris : TextureNames::paths,
+             options.assetFolders) {
     if (options.imageFolder) folder_.emplace(*options.imageFolder);
 }
 
@@ -121,9 +111,7 @@ void BitmapTable::noteMissing(const Image& image, const std::string& material) {
         return notes_.add(material, "the texture is image " + toUtf8(image.name).substr(1) +
                                         " of the scene file, which does not hold it");
     }
-    notes_.add(material,
-               "the bitmap " + shown(image.name) + " is missing: it was looked for at this path, and as " +
-                   shown(lastPathComponent(image.name)) + " in " + shownFolders(files_) + "; put it there");
+    notes_.add(material, missingBitmapText(image.name, files_));
 }
 
 std::u16string BitmapTable::bitmapName(const Image& image, const std::string& material) {

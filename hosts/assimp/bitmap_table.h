@@ -14,7 +14,7 @@
 #include "hosts/assimp/embedded_images.h"
 #include "hosts/assimp/image_conversion.h"
 #include "hosts/assimp/image_folder.h"
-#include "hosts/assimp/texture_files.h"
+#include "hosts/import/texture_files.h"
 
 namespace velinor {
 

@@ -9,7 +9,7 @@
 #include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
 #include "hosts/assimp/image_folder.h"
-#include "hosts/assimp/texture_files.h"
+#include "hosts/import/texture_files.h"
 
 namespace velinor {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "hosts/assimp/assimp_material_values.h"
 #include "hosts/assimp/bitmap_table.h"
-#include "hosts/assimp/material_losses.h"
+#include "hosts/import/material_losses.h"
 
 namespace velinor {
 

@@ -62,18 +62,13 @@ std::optional<Texture> textureOf(const MaterialSource& source, const Slot& slot)
     return std::nullopt;
 }
 
-// Of ASE the library gives the map of the specular level as that of the glossiness, and not the latter.
-std::int32_t hostSlot(const Slot& slot, FileFormat format) {
-    return slot.number == 3 && format == FileFormat::ase ? 4 : slot.number;
-}
-
 void fillMaps(const MaterialSource& source, SnapshotMaterial& material) {
     for (const Slot& slot : slots()) {
         const auto texture = textureOf(source, slot);
         if (!texture) continue;
         const SnapshotRef map = texture->isNormal ? source.bitmaps.normalBump(texture->file, source.name)
                                                   : source.bitmaps.bitmap(texture->file, source.name);
-        material.textureMaps.push_back({hostSlot(slot, source.file.format), map});
+        material.textureMaps.push_back({slot.number, map});
     }
 }
 
@@ -103,8 +98,6 @@ float glossinessBy(float shininess, const SourceFile& file) {
     switch (file.format) {
         case FileFormat::threeDs:
             return shininess / 100;
-        case FileFormat::ase:
-            return shininess / 15;
         case FileFormat::collada:
             return ofColladaShininess(shininess, file);
         default:

@@ -48,7 +48,6 @@ TEST_F(StandardMaterialTest, GlossinessComesFromTheShininessOfTheFormat) {
         {FileFormat::fbx, -4, 0},
         {FileFormat::fbx, 1e30F, 1},
         {FileFormat::threeDs, 25, 0.25F},
-        {FileFormat::ase, 1.5F, 0.1F},
         {FileFormat::obj, 1024, 1},
         {FileFormat::obj, 32, 0.5F},
         {FileFormat::gltf, 256, 0.8F},
@@ -157,9 +156,6 @@ TEST_F(StandardMaterialTest, KindsOfTexturesFillTheSlotsElsewhere) {
             EXPECT_EQ(this->slot(material, slot), expected) << type;
         }
     }
-    restart(FileFormat::ase);
-    texture(aiTextureType_SHININESS, "a.png");
-    EXPECT_EQ(slot(convert(), 4), "Bitmap a.png");
 }
 
 TEST_F(StandardMaterialTest, OneFileIsOneMap) {

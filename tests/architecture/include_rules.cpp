@@ -147,15 +147,17 @@ const std::vector<PartRule>& partRules() {
          {"geometry", "descriptors", "element_tree", "materials", "scene", "host", "platform", "base",
           "settings", "folders"}},
         {"hosts/snapshot", {"host", "base"}},
-        {"hosts/assimp", {"hosts/snapshot", "host", "base"}},
+        {"hosts/import", {"base"}},
+        {"hosts/ase", {"hosts/import", "hosts/snapshot", "host", "base"}},
+        {"hosts/assimp", {"hosts/import", "hosts/snapshot", "host", "base"}},
         {"hosts/max/sdk_standin", {}},
         {"hosts/max", {"hosts/max/sdk_standin", "host", "base"}},
         {"plug-in",
          {"plugin", "hosts/max", "hosts/max/sdk_standin", "materials", "host", "platform", "base", "settings",
           "folders"}},
         {"cli",
-         {"plugin", "hosts/assimp", "hosts/snapshot", "geometry", "descriptors", "element_tree", "materials",
-          "scene", "host", "platform", "base", "settings", "folders"}},
+         {"plugin", "hosts/ase", "hosts/assimp", "hosts/import", "hosts/snapshot", "geometry", "descriptors",
+          "element_tree", "materials", "scene", "host", "platform", "base", "settings", "folders"}},
     };
     return rules;
 }

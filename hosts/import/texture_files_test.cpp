@@ -1,9 +1,11 @@
-#include "hosts/assimp/texture_files.h"
+#include "hosts/import/texture_files.h"
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "base/text.h"
-#include "hosts/assimp/assimp_test_support.h"
+#include "platform/temporary_folder.h"
 
 namespace velinor {
 namespace {
@@ -12,11 +14,7 @@ namespace fs = std::filesystem;
 
 class TextureFilesTest : public testing::Test {
   protected:
-    TextureFilesTest() {
-        source_.path = folder_.path() / "scenes" / "room.fbx";
-        source_.format = FileFormat::fbx;
-        fs::create_directories(folder_.path() / "scenes");
-    }
+    TextureFilesTest() { fs::create_directories(folder_.path() / "scenes"); }
 
     // An empty file; `path` as seen from the scene's folder.
     void put(const std::string& path) {
@@ -28,14 +26,14 @@ class TextureFilesTest : public testing::Test {
     // What is found, as seen from the scene's folder; empty: nothing.
     std::string find(std::u16string_view name) const {
         const std::vector<fs::path> assets{folder_.path() / "assets"};
-        const auto found = TextureFiles(source_, assets).find(name);
+        const auto found = TextureFiles(folder_.path() / "scenes" / "room.fbx", names_, assets).find(name);
         if (!found) return "";
         EXPECT_TRUE(found->is_absolute()) << *found;
         return found->lexically_relative(folder_.path() / "scenes").generic_string();
     }
 
-    ScratchFolder folder_;
-    SourceFile source_;
+    TemporaryFolder folder_;
+    TextureNames names_ = TextureNames::paths;
 };
 
 TEST_F(TextureFilesTest, APathIsTakenAgainstTheFolderOfTheScene) {
@@ -80,7 +78,7 @@ TEST_F(TextureFilesTest, UrisOfGltfAreDecoded) {
         "e.png");
     put("50%20off.png");
     EXPECT_EQ(find(u"tex%20one.png"), "") << "only in glTF";
-    source_.format = FileFormat::gltf;
+    names_ = TextureNames::uris;
     EXPECT_EQ(find(u"tex%20one.png"), "tex one.png");
     EXPECT_EQ(find(u"gr%C3%B6%c3%9fe.png"),
               "gr\xC3\xB6\xC3\x9F"
@@ -101,15 +99,6 @@ TEST_F(TextureFilesTest, WhatIsNoFileIsNotFound) {
           std::u16string(1 << 20, u'x'), std::u16string(u"\xD800.png")}) {
         EXPECT_EQ(find(name), "") << toUtf8(name.substr(0, 40));
     }
-}
-
-TEST(TextureName, IsUtf8OrWindows1252WithTheEntitiesOfAsciiFbxDecoded) {
-    SourceFile source;
-    EXPECT_EQ(textureName("gr\xC3\xBC", source), u"gr\u00FC");
-    EXPECT_EQ(textureName("gr\xFC", source), u"gr\u00FC");
-    EXPECT_EQ(textureName("a&quot;b", source), u"a&quot;b");
-    source.isAsciiFbx = true;
-    EXPECT_EQ(textureName("a&quot;b", source), u"a\"b");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "hosts/assimp/material_losses.h"
+#include "hosts/import/material_losses.h"
 
 #include "base/text.h"
 
@@ -31,6 +31,9 @@ const char* textOf(MaterialLoss loss) {
             return "a sheen, which is left out";
         case MaterialLoss::transmission:
             return "transmission of light, which is left out";
+        case MaterialLoss::physicalValues:
+            return "the class Physical Material, of which the file holds colour, transparency and roughness "
+                   "alone; metalness becomes 0, and maps that have no name of their own are left out";
     }
     return "";
 }

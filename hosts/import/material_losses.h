@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/assimp/import_notes.h"
+#include "hosts/import/import_notes.h"
 
 namespace velinor {
 
@@ -21,6 +21,7 @@ enum class MaterialLoss {
     clearCoat,
     sheen,
     transmission,
+    physicalValues,
 };
 
 // Counts the materials by what they lose, and keeps the first names of each kind.

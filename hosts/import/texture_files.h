@@ -9,22 +9,20 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/assimp/assimp_format.h"
-
 namespace velinor {
 
-// The text of a texture's name as the library hands it over: UTF-8, or else Windows-1252; the entities of
-// ASCII FBX decoded.
-std::u16string textureName(std::string_view reference, const SourceFile& source);
+// How a scene file names bitmaps: by paths, or by URIs, in which "%20" can stand for a blank.
+enum class TextureNames { paths, uris };
 
 // Looks for bitmap files of one scene. Only regular files count. Folders are listed once.
 class TextureFiles {
   public:
-    // `source.path` is the scene file; relative `assetFolders` are meant against the current folder.
-    TextureFiles(const SourceFile& source, std::span<const std::filesystem::path> assetFolders);
+    // `scene` is the scene file; relative `assetFolders` are meant against the current folder.
+    TextureFiles(const std::filesystem::path& scene, TextureNames names,
+                 std::span<const std::filesystem::path> assetFolders);
 
     // The absolute path of the file that `name` means, in this order: the path as it stands, "\" taken for
-    // "/" and, in glTF, "%20" for a blank, relative ones against the scene's folder; its last component in
+    // "/" and, in URIs, "%20" for a blank, relative ones against the scene's folder; its last component in
     // the folders of searched(), in order; the same once more without regard to the case of ASCII letters, in
     // the folder of the path first.
     std::optional<std::filesystem::path> find(std::u16string_view name) const;
@@ -45,5 +43,8 @@ class TextureFiles {
     bool isEncoded_;                               // names are URIs
     mutable std::map<std::filesystem::path, Listing> listings_;
 };
+
+// What is to be said of a bitmap that find() did not find: its name, where it was looked for, what to do.
+std::string missingBitmapText(std::u16string_view name, const TextureFiles& files);
 
 }  // namespace velinor

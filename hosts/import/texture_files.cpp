@@ -1,10 +1,10 @@
-#include "hosts/assimp/texture_files.h"
+#include "hosts/import/texture_files.h"
 
 #include <algorithm>
 #include <system_error>
 
 #include "base/text.h"
-#include "hosts/assimp/assimp_text.h"
+#include "hosts/import/import_text.h"
 
 namespace velinor {
 namespace {
@@ -76,16 +76,29 @@ std::string utf8Of(const fs::path& path) {
     return {reinterpret_cast<const char*>(text.data()), text.size()};
 }
 
-}  // namespace
-
-std::u16string textureName(std::string_view reference, const SourceFile& source) {
-    return hostText(source.isAsciiFbx ? decodeFbxEntities(reference) : std::string(reference));
+std::string shown(std::u16string_view name) {
+    return "\"" + oneLine(toUtf8(name)) + "\"";
 }
 
-TextureFiles::TextureFiles(const SourceFile& source, std::span<const fs::path> assetFolders)
-    : folder_(fs::absolute(source.path).parent_path().lexically_normal()),
-      isEncoded_(source.format == FileFormat::gltf) {
-    fs::path media = folder_ / source.path.stem();
+// "/scenes, its folders room.fbm, textures, Textures, maps, /assets".
+std::string shownFolders(const TextureFiles& files) {
+    const fs::path& scene = files.searched().front();
+    std::string inScene;
+    std::string others;
+    for (const fs::path& folder : files.searched()) {
+        if (folder == scene) continue;
+        const bool isInScene = folder.parent_path() == scene;
+        const std::string text = printable(utf8Path(isInScene ? folder.filename() : folder));
+        (isInScene ? inScene : others) += (isInScene && inScene.empty() ? "" : ", ") + text;
+    }
+    return printable(utf8Path(scene)) + ", its folders " + inScene + others;
+}
+
+}  // namespace
+
+TextureFiles::TextureFiles(const fs::path& scene, TextureNames names, std::span<const fs::path> assetFolders)
+    : folder_(fs::absolute(scene).parent_path().lexically_normal()), isEncoded_(names == TextureNames::uris) {
+    fs::path media = folder_ / scene.stem();
     media += ".fbm";
     searched_ = {folder_, media, folder_ / "textures", folder_ / "Textures", folder_ / "maps"};
     for (const fs::path& folder : assetFolders)
@@ -140,6 +153,11 @@ const TextureFiles::Listing& TextureFiles::listing(const fs::path& folder) const
         if (!isFirst) listed->second = std::min(listed->second, name);
     }
     return found->second;
+}
+
+std::string missingBitmapText(std::u16string_view name, const TextureFiles& files) {
+    return "the bitmap " + shown(name) + " is missing: it was looked for at this path, and as " +
+           shown(lastPathComponent(name)) + " in " + shownFolders(files) + "; put it there";
 }
 
 }  // namespace velinor
