@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <new>
 
+#include "base/text.h"
+#include "platform/path_text.h"
 #include "platform/process_info.h"
 #include "plugin/host_messages_max.h"
 #include "plugin/image_library_max.h"
@@ -62,6 +64,12 @@ std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSup
 
 void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppressed) {
     if (name.empty()) return fail(MessageId::exportFailed, "the host names no file");
+    // The tools and the scripts could not name files there.
+    if (!hasNarrowForm(toPath(name))) {
+        return fail(
+            MessageId::exportFailed,
+            "the path has characters that the system's code page lacks; choose another folder or name");
+    }
     const auto fault = imageLibraryFault(modulePath());
     if (fault) return fail(MessageId::imageLibraryMissing, fault->c_str());
     exporter_.DoExport(name.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);

@@ -57,8 +57,9 @@ class SceneText {
             line("user property there", maxNode.GetUserPropInt(key, value));
             line("user property", value);
         }
+        const auto objectToWorld = node.GetObjectTM();
         for (int i = 0; i < 4; ++i) {
-            for (const float entry : node.GetObjectTM()[i])
+            for (const float entry : objectToWorld[i])
                 line("matrix", entry);
         }
         line("children", node.GetChildCount());
