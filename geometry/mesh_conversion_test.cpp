@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 namespace {
@@ -16,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 // Runs nothing: it notes the commands, and does what the test wants done.
 class ScriptedTools final : public ToolRunner {
@@ -99,7 +101,7 @@ TEST_F(MeshConversionTest, TriesACollisionMeshThreeTimes) {
     EXPECT_TRUE(convert("Chair"));
     EXPECT_THAT(tools_.options, ElementsAre("-meshDecimation 10 10 0.303030",
                                             "-meshDecimation 10 10 0.293030", "-meshDecimation 10 10 0.2"));
-    EXPECT_EQ(content("failed_physics.txt"), std::string("Chair\n\0\0", 8));
+    EXPECT_EQ(content("failed_physics.txt"), asTextFile({"Chair\n\0\0", 8}));
     EXPECT_THAT(told(),
                 ElementsAre("collision-mesh-not-made Chair.mesh_phy.obj exit status 0: it said this"));
 }
@@ -117,7 +119,7 @@ TEST_F(MeshConversionTest, TriesTheFallbackOnceWithoutAutomaticParameters) {
     tools_.successfulAttempt = 0;
     convert("Chair");
     EXPECT_THAT(tools_.options, ElementsAre(""));
-    EXPECT_EQ(content("failed_physics.txt").size(), 8U);
+    EXPECT_EQ(content("failed_physics.txt"), asTextFile({"Chair\n\0\0", 8}));
 }
 
 TEST_F(MeshConversionTest, KeepsACollisionMeshThatIsThere) {
@@ -140,8 +142,8 @@ TEST_F(MeshConversionTest, NotesFailuresInRecordsOfEightBytes) {
     tools_.makesMesh = false;
     for (const char* name : {"Chair", "Armchair", "Bookshelf", "Shelves", ""})
         convert(name);
-    EXPECT_EQ(content("failed_mesh.txt"), std::string("Chair\n\0\0", 8) + "Armchair" + "Bookshel" +
-                                              "Shelves\n" + std::string("\n\0\0\0\0\0\0\0", 8));
+    EXPECT_EQ(content("failed_mesh.txt"), asTextFile(std::string("Chair\n\0\0", 8) + "Armchair" + "Bookshel" +
+                                                     "Shelves\n" + std::string("\n\0\0\0\0\0\0\0", 8)));
     EXPECT_EQ(told().front(), "mesh-not-converted Chair.mesh exit status 0: it said this");
 }
 
@@ -149,7 +151,7 @@ TEST_F(MeshConversionTest, AppendsToTheLogsOfEarlierExports) {
     std::ofstream(resources_ / "failed_mesh.txt") << "Earlier\n";
     tools_.makesMesh = false;
     convert("Armchair");
-    EXPECT_EQ(content("failed_mesh.txt"), "Earlier\nArmchair");
+    EXPECT_EQ(content("failed_mesh.txt"), asTextFile("Earlier\nArmchair"));
 }
 
 TEST_F(MeshConversionTest, TellsFilesThatAreEmpty) {
@@ -169,7 +171,7 @@ TEST_F(MeshConversionTest, TellsToolsThatFailAndLeaveAFile) {
 
 TEST_F(MeshConversionTest, TellsToolsThatAreMissing) {
     reportMissingTools(folders_, settings_, report_);
-    const fs::path tools = folders_.pluginFolder / "tolvex/ogrexmltools";
+    const fs::path tools = folders_.pluginFolder / "tolvex" / "ogrexmltools";
     EXPECT_THAT(told(), ElementsAre("tool-missing " + utf8Path(tools / "OgreXMLConverter.exe") + " ",
                                     "tool-missing " + utf8Path(tools / "meshprocessor.exe") + " "));
 }
@@ -184,6 +186,14 @@ TEST_F(MeshConversionTest, NeedsOnlyTheToolsThatTheSettingsAskFor) {
 
 TEST_F(MeshConversionTest, PassesOnThatTheCollisionMeshCannotBeLookedFor) {
     folders_.resourcesFolder = std::string(5000, 'x');
+    if (kIsWindows) {
+        // Windows says of such a name that nothing is there.
+        convert("Chair");
+        EXPECT_THAT(told(),
+                    ElementsAre(StartsWith("file-not-written "), StartsWith("mesh-not-converted "),
+                                StartsWith("file-not-written "), StartsWith("collision-mesh-not-made ")));
+        return;
+    }
     try {
         convert("Chair");
         FAIL() << "no error";

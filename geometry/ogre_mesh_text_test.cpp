@@ -15,6 +15,7 @@
 #include "geometry/xml_text.h"
 #include "hosts/snapshot/snapshot_host.h"
 #include "scene/transform.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 namespace {
@@ -288,12 +289,22 @@ class RandomMesh {
     std::mt19937 random_;
 };
 
+// The sign of a not-a-number is the compiler's choice, and that for Windows chooses differently for the two
+// texts.
+std::string withoutSignsOfNan(std::string text) {
+    constexpr std::string_view kSigned = "\"-nan\"";
+    for (std::size_t at = 0; kIsWindows && (at = text.find(kSigned, at)) != std::string::npos;)
+        text.replace(at, kSigned.size(), "\"nan\"");
+    return text;
+}
+
 TEST(OgreMeshText, IsWhatTheRulesSayForRandomMeshes) {
     for (unsigned seed = 0; seed < 3000; ++seed) {
         RandomMesh random(seed);
         const HostMesh mesh(random.make());
         const MeshMaterials materials = random.makeMaterials();
-        ASSERT_EQ(textOf(mesh.get(), materials), PlainWriter(mesh.get(), materials).text())
+        ASSERT_EQ(withoutSignsOfNan(textOf(mesh.get(), materials)),
+                  withoutSignsOfNan(PlainWriter(mesh.get(), materials).text()))
             << "seed " << seed;
     }
 }

@@ -9,6 +9,7 @@
 
 #include "hosts/snapshot/snapshot_host.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 namespace {
@@ -59,8 +60,8 @@ class OgreMeshWriterTest : public testing::Test {
 
 TEST_F(OgreMeshWriterTest, EndsTheFileWithAFurtherLineFeed) {
     EXPECT_TRUE(write(triangle()));
-    EXPECT_TRUE(file().starts_with("<?xml version=\"1.0\"?>\n<mesh>\n"));
-    EXPECT_TRUE(file().ends_with("</mesh>\n\n"));
+    EXPECT_TRUE(file().starts_with(asTextFile("<?xml version=\"1.0\"?>\n<mesh>\n")));
+    EXPECT_TRUE(file().ends_with(asTextFile("</mesh>\n\n")));
     EXPECT_THAT(told(), ElementsAre("mesh-without-material"));
     EXPECT_THAT(report_.written(), IsEmpty()) << "it will be removed";
 }
@@ -74,7 +75,7 @@ TEST_F(OgreMeshWriterTest, CountsTheFileAsWrittenOnlyWhereItStays) {
 TEST_F(OgreMeshWriterTest, ReplacesAFileThatIsThere) {
     std::ofstream(resources_ / "Chair.mesh.xml") << std::string(100000, 'x');
     write(triangle());
-    EXPECT_TRUE(file().ends_with("</mesh>\n\n"));
+    EXPECT_TRUE(file().ends_with(asTextFile("</mesh>\n\n")));
     EXPECT_EQ(file().find('x' + std::string(3, 'x')), std::string::npos);
 }
 

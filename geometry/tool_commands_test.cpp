@@ -5,6 +5,8 @@
 
 #include <limits>
 
+#include "tests/support/platform_text.h"
+
 namespace velinor {
 namespace {
 
@@ -13,32 +15,33 @@ using testing::ElementsAre;
 TEST(ToolCommands, AssembleTheConvertersCommand) {
     const ToolCommand command =
         converterCommand("/host/Plugins", "/p/room/resources/Chair.mesh.xml", "/p/Chair.mesh");
-    EXPECT_EQ(command.commandLine,
-              "\"/host/Plugins/tolvex/ogrexmltools/OgreXMLConverter.exe\" -d3d -q  "
-              "\"/p/room/resources/Chair.mesh.xml\" \"/p/Chair.mesh\"");
+    const std::string tool = "/host/Plugins" + asPathText("/tolvex/ogrexmltools/OgreXMLConverter.exe");
+    EXPECT_EQ(command.commandLine, "\"" + tool +
+                                       "\" -d3d -q  "
+                                       "\"/p/room/resources/Chair.mesh.xml\" \"/p/Chair.mesh\"");
     EXPECT_THAT(command.arguments,
-                ElementsAre("/host/Plugins/tolvex/ogrexmltools/OgreXMLConverter.exe", "-d3d", "-q",
-                            "/p/room/resources/Chair.mesh.xml", "/p/Chair.mesh"));
+                ElementsAre(tool, "-d3d", "-q", "/p/room/resources/Chair.mesh.xml", "/p/Chair.mesh"));
 }
 
 TEST(ToolCommands, AssembleTheProcessorsCommand) {
     const ToolCommand command =
         processorCommand("/host/Plugins", "/p/a.xml", "-convexDecomposition 8000 32", "/p/a.obj");
-    EXPECT_EQ(command.commandLine,
-              "\"/host/Plugins/tolvex/ogrexmltools/meshprocessor.exe\" -import \"/p/a.xml\" "
-              "-convexDecomposition 8000 32 -saveCollisionShapes \"/p/a.obj\"");
-    EXPECT_THAT(command.arguments,
-                ElementsAre("/host/Plugins/tolvex/ogrexmltools/meshprocessor.exe", "-import", "/p/a.xml",
-                            "-convexDecomposition", "8000", "32", "-saveCollisionShapes", "/p/a.obj"));
+    const std::string tool = "/host/Plugins" + asPathText("/tolvex/ogrexmltools/meshprocessor.exe");
+    EXPECT_EQ(command.commandLine, "\"" + tool +
+                                       "\" -import \"/p/a.xml\" "
+                                       "-convexDecomposition 8000 32 -saveCollisionShapes \"/p/a.obj\"");
+    EXPECT_THAT(command.arguments, ElementsAre(tool, "-import", "/p/a.xml", "-convexDecomposition", "8000",
+                                               "32", "-saveCollisionShapes", "/p/a.obj"));
 }
 
 TEST(ToolCommands, LeaveTwoBlanksWhereThereIsNoOption) {
     const ToolCommand command = processorCommand("/h", "/p/a.xml", "", "/p/a.obj");
-    EXPECT_EQ(command.commandLine,
-              "\"/h/tolvex/ogrexmltools/meshprocessor.exe\" -import \"/p/a.xml\"  "
-              "-saveCollisionShapes \"/p/a.obj\"");
-    EXPECT_THAT(command.arguments, ElementsAre("/h/tolvex/ogrexmltools/meshprocessor.exe", "-import",
-                                               "/p/a.xml", "-saveCollisionShapes", "/p/a.obj"));
+    const std::string tool = "/h" + asPathText("/tolvex/ogrexmltools/meshprocessor.exe");
+    EXPECT_EQ(command.commandLine, "\"" + tool +
+                                       "\" -import \"/p/a.xml\"  "
+                                       "-saveCollisionShapes \"/p/a.obj\"");
+    EXPECT_THAT(command.arguments,
+                ElementsAre(tool, "-import", "/p/a.xml", "-saveCollisionShapes", "/p/a.obj"));
 }
 
 TEST(ToolCommands, KeepAHostilePathOneArgument) {
@@ -46,7 +49,7 @@ TEST(ToolCommands, KeepAHostilePathOneArgument) {
     EXPECT_EQ(converterCommand("/h", path, "/p/a.mesh").arguments[3], path);
     EXPECT_EQ(processorCommand("/h", path, "-convexHull", "/p/a.obj").arguments[2], path);
     EXPECT_EQ(processorCommand("/a b/$(c)", path, "-convexHull", "/p/a.obj").arguments[0],
-              "/a b/$(c)/tolvex/ogrexmltools/meshprocessor.exe");
+              "/a b/$(c)" + asPathText("/tolvex/ogrexmltools/meshprocessor.exe"));
 }
 
 TEST(FallbackOption, DependsOnTheQuality) {

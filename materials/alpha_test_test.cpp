@@ -131,7 +131,9 @@ TEST_F(AlphaTest, LooksAgainAtAFileThatWasReplaced) {
 }
 
 TEST_F(AlphaTest, TakesBracketsInFoldersForWhatTheyAre) {
-    for (const char* folder : {"a[1]", "[b", "c]", "d,e", "f:g"}) {
+    std::vector<const char*> folders{"a[1]", "[b", "c]", "d,e"};
+    if (!kIsWindows) folders.push_back("f:g");  // no name there
+    for (const char* folder : folders) {
         std::filesystem::create_directory(sources_ / folder);
         EXPECT_TRUE(hasLow(pixel({1, 2, 3, 0}), (std::string(folder) + "/a.png").c_str())) << folder;
     }

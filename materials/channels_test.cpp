@@ -271,8 +271,9 @@ TEST(ResolveMapFile, AsksForOneKindOfFileAndThenTheOther) {
 
 TEST(ResolveMapFile, AsksNothingAboutAFullPathThatExists) {
     FilesHost files({AssetType::kXRefAsset});
-    files.existing = u"/a/x.png";
-    EXPECT_EQ(resolveMapFile(files, u"/a/x.png"), u"/a/x.png");
+    const std::u16string path = kIsWindows ? u"C:\\a\\x.png" : u"/a/x.png";
+    files.existing = path;
+    EXPECT_EQ(resolveMapFile(files, path), path);
     EXPECT_THAT(files.asked, IsEmpty());
 }
 

@@ -94,7 +94,8 @@ TEST_F(FileCopyTest, TellsWhetherTargetsExist) {
     EXPECT_TRUE(targetExists(folder_));
     EXPECT_FALSE(targetExists(source_));
     EXPECT_EQ(errorOf([&] { targetExists(folder_ / std::string(300, 'x')); }),
-              "exists " + std::string(300, 'x') + " ");
+              kIsWindows ? "no error" : "exists " + std::string(300, 'x') + " ")
+        << "Windows says of such a name that nothing is there";
 }
 
 }  // namespace

@@ -140,15 +140,16 @@ TEST(MaterialScriptText, OfATransparentMaterialDiffersInThreeLines) {
 
 TEST_F(MaterialScriptTest, OfTheMissingMaterialHasDefaultColours) {
     EXPECT_TRUE(write(std::nullopt));
-    EXPECT_EQ(placedFile("default.material"), materialScriptText("default", false,
-                                                                 {.diffuse = "255255255255.png",
-                                                                  .normal = "127127255255.png",
-                                                                  .roughness = "000000000000.png",
-                                                                  .metallic = "000000000000.png",
-                                                                  .reflection = "default.dds",
-                                                                  .light = "255255255255.png",
-                                                                  .ambientOcclusion = "255255255255.png"}) +
-                                                  "\n");
+    EXPECT_EQ(placedFile("default.material"),
+              asTextFile(materialScriptText("default", false,
+                                            {.diffuse = "255255255255.png",
+                                             .normal = "127127255255.png",
+                                             .roughness = "000000000000.png",
+                                             .metallic = "000000000000.png",
+                                             .reflection = "default.dds",
+                                             .light = "255255255255.png",
+                                             .ambientOcclusion = "255255255255.png"}) +
+                         "\n"));
     EXPECT_THAT(placedNames(), ElementsAre("000000000000.png", "127127255255.png", "255255255255.png",
                                            "default.dds", "default.material"));
     EXPECT_THAT(told(), IsEmpty());
@@ -157,28 +158,28 @@ TEST_F(MaterialScriptTest, OfTheMissingMaterialHasDefaultColours) {
 TEST_F(MaterialScriptTest, IsNamedAfterTheSanitisedMaterial) {
     addStandard(u"Brick Wall #2");
     EXPECT_TRUE(write(0));
-    EXPECT_THAT(placedFile("Brick_Wall__2.material"), StartsWith("material Brick_Wall__2\n{\n"));
-    EXPECT_THAT(placedFile("Brick_Wall__2.material"), EndsWith("\n}\n\n"));
+    EXPECT_THAT(placedFile("Brick_Wall__2.material"), StartsWith(asTextFile("material Brick_Wall__2\n{\n")));
+    EXPECT_THAT(placedFile("Brick_Wall__2.material"), EndsWith(asTextFile("\n}\n\n")));
 }
 
 TEST_F(MaterialScriptTest, OfACyrillicNameIsTwoUnderscoresALetter) {
     addStandard(u"Куб");
     EXPECT_TRUE(write(0));
-    EXPECT_THAT(placedFile("______.material"), StartsWith("material ______\n"));
+    EXPECT_THAT(placedFile("______.material"), StartsWith(asTextFile("material ______\n")));
 }
 
 TEST_F(MaterialScriptTest, SanitisesTheNameOfTheVariant) {
     EXPECT_TRUE(writeMaterialScript(context(), nullptr, {"a b", "default.dds"}));
-    EXPECT_THAT(placedFile("a_b.material"), StartsWith("material a_b\n"));
+    EXPECT_THAT(placedFile("a_b.material"), StartsWith(asTextFile("material a_b\n")));
 }
 
 TEST_F(MaterialScriptTest, IsTransparentByTheAlphaOfTheColour) {
     addPhysical(u"Glass");
     setProperty(scene_.materials[0], u"transparency", 0.5F);
     EXPECT_TRUE(write(0));
-    EXPECT_THAT(placedFile("Glass.material"), HasSubstr("\t\t\tscene_blend alpha_blend\n"));
+    EXPECT_THAT(placedFile("Glass.material"), HasSubstr(asTextFile("\t\t\tscene_blend alpha_blend\n")));
     EXPECT_THAT(placedFile("Glass.material"),
-                HasSubstr("\t\t\tcull_hardware none\n\t\t\tcull_software none\n\n"));
+                HasSubstr(asTextFile("\t\t\tcull_hardware none\n\t\t\tcull_software none\n\n")));
     EXPECT_THAT(told(), ElementsAre("material-transparent | Glass | the diffuse alpha is 0.500000"));
 }
 
@@ -191,6 +192,9 @@ TEST_F(MaterialScriptTest, IsTransparentForEveryAlphaButOne) {
                     HasSubstr(place < 5 ? "\t\tscene_blend alpha" : "\t// scene_blend"));
     }
 }
+
+// What the image library of this system, which has a version of its own, says of a PNG file without its end.
+constexpr std::string_view kCutPngText = kIsWindows ? "pngload: end of stream" : "not enough data";
 
 TEST_F(MaterialScriptTest, TellsWherePixelsLeaveADoubt) {
     TestImage<std::uint8_t> image{64, 64, 4, std::vector<std::uint8_t>(64 * 64 * 4, 255)};
@@ -206,7 +210,7 @@ TEST_F(MaterialScriptTest, TellsWherePixelsLeaveADoubt) {
         EXPECT_TRUE(write(place));
     EXPECT_EQ(report_.entries().at(0).id, MessageId::textureAlphaDoubtful);
     EXPECT_THAT(report_.entries().at(0).detail, StartsWith("grey.png: "));
-    EXPECT_THAT(told(), Contains("texture-alpha-doubtful | S | cut.png: not enough data"));
+    EXPECT_THAT(told(), Contains("texture-alpha-doubtful | S | cut.png: " + std::string(kCutPngText)));
 }
 
 TEST_F(MaterialScriptTest, IsTransparentByTheAlphaOfThePixels) {
@@ -214,8 +218,8 @@ TEST_F(MaterialScriptTest, IsTransparentByTheAlphaOfThePixels) {
     const SnapshotRef map = addBitmap("leaf.png");
     addStandard(u"Leaf").textureMaps = {{1, map}};
     EXPECT_TRUE(write(0));
-    EXPECT_THAT(placedFile("Leaf.material"), HasSubstr("\t\t\tscene_blend alpha_blend\n"));
-    EXPECT_THAT(placedFile("Leaf.material"), HasSubstr("\t\t\t\ttexture leaf.png\n"));
+    EXPECT_THAT(placedFile("Leaf.material"), HasSubstr(asTextFile("\t\t\tscene_blend alpha_blend\n")));
+    EXPECT_THAT(placedFile("Leaf.material"), HasSubstr(asTextFile("\t\t\t\ttexture leaf.png\n")));
     EXPECT_THAT(told(), Contains("material-transparent | Leaf | low alpha values in leaf.png"));
 }
 
@@ -229,7 +233,8 @@ TEST_F(MaterialScriptTest, IsOpaqueWithABitmapWhateverTheAlphaOfTheColour) {
     }
     for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(write(i));
-        EXPECT_THAT(placedFile("Wall.material"), HasSubstr("\t\t\t// scene_blend alpha_blend\n")) << i;
+        EXPECT_THAT(placedFile("Wall.material"), HasSubstr(asTextFile("\t\t\t// scene_blend alpha_blend\n")))
+            << i;
     }
 }
 
@@ -238,8 +243,8 @@ TEST_F(MaterialScriptTest, TestsTheSanitisedCopyOfABitmap) {
     const SnapshotRef map = addBitmap("my tex.PNG");
     addStandard(u"Wall").textureMaps = {{1, map}};
     EXPECT_TRUE(write(0));
-    EXPECT_THAT(placedFile("Wall.material"), HasSubstr("\t\t\t\ttexture my_tex.PNG\n"));
-    EXPECT_THAT(placedFile("Wall.material"), HasSubstr("\t\t\tscene_blend alpha_blend\n"));
+    EXPECT_THAT(placedFile("Wall.material"), HasSubstr(asTextFile("\t\t\t\ttexture my_tex.PNG\n")));
+    EXPECT_THAT(placedFile("Wall.material"), HasSubstr(asTextFile("\t\t\tscene_blend alpha_blend\n")));
     EXPECT_EQ(placedFile("my_tex.PNG"), readFile(sources_ / "my tex.PNG"));
 }
 
@@ -254,8 +259,8 @@ TEST_F(MaterialScriptTest, TestsABitmapAnewThatAnotherHasReplaced) {
     for (int round = 0; round < 2; ++round) {
         EXPECT_TRUE(write(0));
         EXPECT_TRUE(write(1));
-        EXPECT_THAT(placedFile("Low.material"), HasSubstr("\t\t\tscene_blend alpha_blend\n"));
-        EXPECT_THAT(placedFile("High.material"), HasSubstr("\t\t\t// scene_blend alpha_blend\n"));
+        EXPECT_THAT(placedFile("Low.material"), HasSubstr(asTextFile("\t\t\tscene_blend alpha_blend\n")));
+        EXPECT_THAT(placedFile("High.material"), HasSubstr(asTextFile("\t\t\t// scene_blend alpha_blend\n")));
         EXPECT_EQ(placedFile("a_b.png"), readFile(sources_ / "b" / "a b.png")) << "the later wins";
     }
 }
@@ -268,9 +273,11 @@ TEST_F(MaterialScriptTest, OfAnotherClassIsAListingOnly) {
     scene_.materials.push_back(multi);
     EXPECT_FALSE(write(0));
     EXPECT_THAT(placedNames(), ElementsAre("Many_Things.material_properties"));
-    EXPECT_EQ(placedFile("Many_Things.material_properties"), "Größe\nnames\nmap\n\n");
+    EXPECT_EQ(placedFile("Many_Things.material_properties"), asTextFile("Größe\nnames\nmap\n\n"));
     EXPECT_THAT(told(), ElementsAre("material-class-not-exported | Many Things | Multi/Sub-Object"));
-    EXPECT_EQ(report_.written(), (std::vector<WrittenFile>{{target("Many_Things.material_properties"), 19}}));
+    EXPECT_EQ(
+        report_.written(),
+        (std::vector<WrittenFile>{{target("Many_Things.material_properties"), kIsWindows ? 23U : 19U}}));
     EXPECT_THAT(pauses_, IsEmpty());
 }
 
@@ -280,7 +287,7 @@ TEST_F(MaterialScriptTest, OfAnotherClassWithoutPropertiesIsOneEmptyLine) {
     plain.name = u"Plain";
     scene_.materials.push_back(plain);
     EXPECT_FALSE(write(0));
-    EXPECT_EQ(placedFile("Plain.material_properties"), "\n");
+    EXPECT_EQ(placedFile("Plain.material_properties"), asTextFile("\n"));
 }
 
 TEST_F(MaterialScriptTest, ReplacesThatOfAnEarlierMaterialAndTellsBoth) {
@@ -302,7 +309,7 @@ TEST_F(MaterialScriptTest, IsReportedWhereItCannotBeWritten) {
     addStandard(u"Box");
     EXPECT_TRUE(write(0));
     EXPECT_THAT(told(),
-                ElementsAre("file-not-written | " + utf8Path(target("Box.material")) + " | Is a directory"));
+                ElementsAre("file-not-written | " + utf8Path(target("Box.material")) + " | " + kNoFileText));
     EXPECT_FALSE(std::ranges::any_of(
         report_.written(), [](const WrittenFile& file) { return file.path.extension() == ".material"; }));
 }
@@ -318,7 +325,8 @@ TEST_F(MaterialScriptTest, OfANameOfOneMegabyteIsReported) {
     EXPECT_FALSE(write(1));
     EXPECT_EQ(report_.entries().size(), 3U);
     EXPECT_EQ(report_.count(Severity::error), 2U);
-    EXPECT_EQ(report_.entries().front().detail, "File name too long");
+    EXPECT_EQ(report_.entries().front().detail,
+              kIsWindows ? "No such file or directory" : "File name too long");
 }
 
 TEST_F(MaterialScriptTest, AdvancesTheProgressByOneEach) {

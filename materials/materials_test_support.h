@@ -22,12 +22,16 @@
 #include "materials/material_map.h"
 #include "materials/material_writer_context.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 
 inline void writeFile(const std::filesystem::path& path, std::string_view bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
+
+// What the system says of a folder where a file is to be written.
+inline constexpr const char* kNoFileText = kIsWindows ? "Permission denied" : "Is a directory";
 
 inline std::string readFile(const std::filesystem::path& path) {
     std::ostringstream text;

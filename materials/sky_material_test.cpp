@@ -19,25 +19,24 @@ class SkyMaterialTest : public MaterialsTest {
 
 TEST_F(SkyMaterialTest, NamesTheShippedCubeMapByDefault) {
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_EQ(script(),
-              "material FXUnlitSkyboxCubic\n"
-              "{\n"
-              "\ttechnique\n"
-              "\t{\n"
-              "\t\tpass\n"
-              "\t\t{\n"
-              "\t\t\tdepth_check on\n"
-              "\t\t\tdepth_write off\n"
-              "\n"
-              "\t\t\ttexture_unit\n"
-              "\t\t\t{\n"
-              "\t\t\t\tcubic_texture default.dds combinedUVW\n"
-              "\t\t\t\ttex_address_mode clamp\n"
-              "\t\t\t}\n"
-              "\t\t}\n"
-              "\t}\n"
-              "}\n"
-              "\n");
+    EXPECT_EQ(script(), asTextFile("material FXUnlitSkyboxCubic\n"
+                                   "{\n"
+                                   "\ttechnique\n"
+                                   "\t{\n"
+                                   "\t\tpass\n"
+                                   "\t\t{\n"
+                                   "\t\t\tdepth_check on\n"
+                                   "\t\t\tdepth_write off\n"
+                                   "\n"
+                                   "\t\t\ttexture_unit\n"
+                                   "\t\t\t{\n"
+                                   "\t\t\t\tcubic_texture default.dds combinedUVW\n"
+                                   "\t\t\t\ttex_address_mode clamp\n"
+                                   "\t\t\t}\n"
+                                   "\t\t}\n"
+                                   "\t}\n"
+                                   "}\n"
+                                   "\n"));
     EXPECT_EQ(placedFile("default.dds"), "shipped");
     EXPECT_THAT(told(), IsEmpty());
     EXPECT_EQ(report_.written(),
@@ -49,7 +48,7 @@ TEST_F(SkyMaterialTest, CopiesAChosenCubeMap) {
     writeFile(sources_ / "Sky.dds", ddsHeader("DXT1", 0xFE));
     settings_.customEnvironmentMap = sources_ / "Sky.dds";
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(script(), HasSubstr("\t\t\t\tcubic_texture Sky.dds combinedUVW\n"));
+    EXPECT_THAT(script(), HasSubstr(asTextFile("\t\t\t\tcubic_texture Sky.dds combinedUVW\n")));
     EXPECT_EQ(placedFile("Sky.dds"), ddsHeader("DXT1", 0xFE));
     EXPECT_THAT(told(), IsEmpty());
 }
@@ -66,13 +65,13 @@ TEST_F(SkyMaterialTest, ComparesTheShippedNameWithItsCase) {
     settings_.customEnvironmentMap = sources_ / "Default.dds";
     EXPECT_TRUE(writeSkyMaterial(context()));
     EXPECT_EQ(placedFile("Default.dds"), ddsHeader("DXT1", 0xFE));
-    EXPECT_FALSE(std::filesystem::exists(target("default.dds")));
+    EXPECT_THAT(placedNames(), ElementsAre("Default.dds", "FXUnlitSkyboxCubic.material"));
 }
 
 TEST_F(SkyMaterialTest, NamesAMissingCubeMapAndReportsIt) {
     settings_.customEnvironmentMap = "D:\\maps\\Sky.dds";
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(script(), HasSubstr("\t\t\t\tcubic_texture Sky.dds combinedUVW\n"));
+    EXPECT_THAT(script(), HasSubstr(asTextFile("\t\t\t\tcubic_texture Sky.dds combinedUVW\n")));
     EXPECT_THAT(placedNames(), ElementsAre("FXUnlitSkyboxCubic.material"));
     EXPECT_THAT(told(), ElementsAre("cube-map-missing | environment map | D:\\maps\\Sky.dds"));
 }
@@ -80,7 +79,7 @@ TEST_F(SkyMaterialTest, NamesAMissingCubeMapAndReportsIt) {
 TEST_F(SkyMaterialTest, ReportsThatNoCubeMapIsChosen) {
     settings_.customEnvironmentMap.clear();
     EXPECT_TRUE(writeSkyMaterial(context()));
-    EXPECT_THAT(script(), HasSubstr("\t\t\t\tcubic_texture  combinedUVW\n"));
+    EXPECT_THAT(script(), HasSubstr(asTextFile("\t\t\t\tcubic_texture  combinedUVW\n")));
     EXPECT_THAT(told(), ElementsAre("cube-map-missing | environment map | no file is chosen"));
 }
 
@@ -99,21 +98,24 @@ TEST_F(SkyMaterialTest, ReportsAFolderInPlaceOfACubeMap) {
 }
 
 TEST_F(SkyMaterialTest, WarnsOfNamesThatBreakScripts) {
-    for (const char* name :
-         {"my sky.dds", "{sky.dds", "sky}.dds", "s:y.dds", "$ky.dds", "\"sky\".dds", "s\ty.dds"}) {
+    std::vector<const char*> breaking{"my sky.dds", "{sky.dds", "sky}.dds", "$ky.dds"};
+    // Windows has no such names.
+    if (!kIsWindows) breaking.insert(breaking.end(), {"s:y.dds", "\"sky\".dds", "s\ty.dds"});
+    for (const char* name : breaking) {
         writeFile(sources_ / name, ddsHeader("DXT1", 0xFE));
         settings_.customEnvironmentMap = sources_ / name;
         EXPECT_TRUE(writeSkyMaterial(context()));
         EXPECT_THAT(told(), Contains("cube-map-name-breaks-script | environment map | " + std::string(name)));
         EXPECT_THAT(script(), HasSubstr("cubic_texture " + std::string(name) + " combinedUVW"));
     }
-    EXPECT_EQ(report_.entries().size(), 7U);
-    for (const char* name : {"sky.dds", "s$y.dds", "(sky)#,'*.dds", "\xC3\xA9.dds"}) {
+    EXPECT_EQ(report_.entries().size(), breaking.size());
+    for (const char* name :
+         {"sky.dds", "s$y.dds", kIsWindows ? "(sky)#,'.dds" : "(sky)#,'*.dds", "\xC3\xA9.dds"}) {
         writeFile(sources_ / name, ddsHeader("DXT1", 0xFE));
         settings_.customEnvironmentMap = sources_ / name;
         EXPECT_TRUE(writeSkyMaterial(context()));
     }
-    EXPECT_EQ(report_.entries().size(), 7U);
+    EXPECT_EQ(report_.entries().size(), breaking.size());
 }
 
 TEST_F(SkyMaterialTest, WarnsOfFilesThatAreNoCubeMaps) {
@@ -169,7 +171,7 @@ TEST_F(SkyMaterialTest, IsReportedWhereItCannotBeWritten) {
     std::filesystem::create_directory(target("FXUnlitSkyboxCubic.material"));
     EXPECT_TRUE(writeSkyMaterial(context()));
     EXPECT_THAT(told(), ElementsAre("file-not-written | " + utf8Path(target("FXUnlitSkyboxCubic.material")) +
-                                    " | Is a directory"));
+                                    " | " + kNoFileText));
 }
 
 TEST_F(SkyMaterialTest, AnswersForCubeMapsWithNamesOfOneMegabyte) {

@@ -116,7 +116,9 @@ TEST_F(TexturesTest, AreReportedWhereTheyCannotBeGenerated) {
 }
 
 TEST_F(TexturesTest, AreGeneratedInFoldersWithBrackets) {
-    for (const char* folder : {"a[1]", "b]", "c,d", "e:f", "g h"}) {
+    std::vector<const char*> folders{"a[1]", "b]", "c,d", "g h"};
+    if (!kIsWindows) folders.push_back("e:f");  // no name there
+    for (const char* folder : folders) {
         folders_.resourcesFolder = temporary_.path() / folder;
         fs::create_directory(folders_.resourcesFolder);
         EXPECT_EQ(prepare({{1, 1, 1, 1}}, "ao").textureFileName, "255255255255.png");
@@ -166,8 +168,10 @@ TEST_F(TexturesTest, TellOfPathsThatLoseCharacters) {
         const ChannelSlot slot{{}, "/a/" + std::string(name), name, host};
         EXPECT_EQ(prepare(slot), slot);
     }
+    // Windows' code page of Western Europe has the second letter in that byte: that path loses nothing.
+    const std::string second = kIsWindows ? "texture-missing" : "texture-path-mangled";
     EXPECT_THAT(told(), ElementsAre("texture-path-mangled | M | diffuse: /a/Ж.png",
-                                    "texture-path-mangled | M | diffuse: /a/é.png"));
+                                    second + " | M | diffuse: /a/é.png"));
 }
 
 TEST_F(TexturesTest, OfAPathWithoutAFileNameAreColours) {
@@ -181,7 +185,8 @@ TEST_F(TexturesTest, OfTwoFilesOfOneNameAreToldAndTheLaterStays) {
     fs::create_directory(sources_ / "b");
     writeFile(sources_ / "a b.png", "first");
     writeFile(sources_ / "b" / "a_b.png", "other");
-    for (const char* name : {"a b.png", "b/a_b.png", "a b.png", "b/a_b.png"})
+    const std::string other = asPathText("b/a_b.png");
+    for (const std::string& name : {std::string("a b.png"), other, std::string("a b.png"), other})
         EXPECT_EQ(prepare(slotOf(name)).textureFileName, "a_b.png");
     EXPECT_EQ(placedFile("a_b.png"), "other");
     EXPECT_THAT(told(), ElementsAre("texture-names-equal | a_b.png | " + utf8Path(sources_ / "a b.png") +

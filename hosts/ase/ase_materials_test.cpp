@@ -4,6 +4,7 @@
 
 #include "hosts/ase/ase_test_support.h"
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 namespace {
@@ -187,7 +188,8 @@ TEST(AseMaterials, BitmapsAreFoundBesideTheSceneAndMissingOnesToldOnce) {
         list(material("M", bitmap("MAP_DIFFUSE", "D:\\work\\WOOD.png") + bitmap("MAP_BUMP", "..\\gone.png") +
                                bitmap("MAP_OPACITY", "..\\gone.png") + bitmap("MAP_SHINE", ""))),
         folder.path() / "room.ase");
-    EXPECT_EQ(toPath(read.scene.maps[0].bitmap), folder.path() / "wood.png");
+    // Where the system takes the names for equal, the name that was asked for is the file's.
+    EXPECT_EQ(toPath(read.scene.maps[0].bitmap), folder.path() / (kIsWindows ? "WOOD.png" : "wood.png"));
     EXPECT_EQ(read.scene.maps[1].bitmap, u"..\\gone.png");
     EXPECT_EQ(read.scene.maps[3].bitmap, u"");
     EXPECT_EQ(read.notesOf("M", "\"..\\gone.png\" is missing"), 1);

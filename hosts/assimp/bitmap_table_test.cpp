@@ -151,7 +151,7 @@ TEST_F(BitmapTableTest, AFoundBitmapIsNamedByItsAbsolutePath) {
     std::filesystem::create_directory(folder_.path() / "textures");
     folder_.write("textures/albedo.png", "x");
     diffuse("D:\\elsewhere\\Albedo.PNG");
-    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy(utf8Path(folder_.path() / "textures/albedo.png")));
+    EXPECT_EQ(maps_[0].bitmap, toUtf16Lossy(utf8Path(folder_.path() / "textures" / "albedo.png")));
 }
 
 }  // namespace
