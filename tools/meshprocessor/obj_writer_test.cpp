@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "platform/temporary_folder.h"
+#include "tests/support/platform_text.h"
 
 namespace velinor {
 namespace {
@@ -28,8 +29,8 @@ TEST(ObjWriter, WritesEachShapeWithItsOwnPoints) {
     const std::vector<Point> points{{0, 0, 0}, {1, 0, 0}, {9, 9, 9}, {0, 0.5F, -0.25F}, {0, 0, 1e-20F}};
     writeObj(folder.path() / "a.obj", points, {{"part_1", {{0, 1, 3}}}, {"part_2", {{4, 3, 1}}}});
     EXPECT_EQ(contentOf(folder.path() / "a.obj"),
-              "o part_1\nv 0 0 0\nv 1 0 0\nv 0 0.5 -0.25\nf 1 2 3\n"
-              "o part_2\nv 1 0 0\nv 0 0.5 -0.25\nv 0 0 1e-20\nf 6 5 4\n");
+              asTextFile("o part_1\nv 0 0 0\nv 1 0 0\nv 0 0.5 -0.25\nf 1 2 3\n"
+                         "o part_2\nv 1 0 0\nv 0 0.5 -0.25\nv 0 0 1e-20\nf 6 5 4\n"));
     EXPECT_EQ(entriesOf(folder.path()), 1U);
 }
 
