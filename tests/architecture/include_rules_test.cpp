@@ -121,7 +121,8 @@ TEST(IncludeRules, FindWhatBreaksThem) {
                    "may"}},
              Case{"plugin/exporter.cpp",
                   "#include \"plugin/options_window_max.h\"\n",
-                  {"plugin/exporter.cpp:1: plugin may not include plug-in (\"plugin/options_window_max.h\"); it "
+                  {"plugin/exporter.cpp:1: plugin may not include plug-in (\"plugin/options_window_max.h\"); "
+                   "it "
                    "may use geometry, descriptors, element_tree, materials, scene, host, platform, base, "
                    "settings, folders"}},
              Case{"hosts/max/max_nodes.cpp",
