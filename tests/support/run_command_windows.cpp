@@ -38,6 +38,18 @@ int waitFor(const Handle& process) {
     return static_cast<int>(status);
 }
 
+// A process that the program started may end a moment after it, and keeps the streams open until then.
+void removeWhenClosed(const fs::path& folder) {
+    constexpr int kTries = 100;
+    std::error_code error;
+    for (int i = 0; i < kTries; ++i) {
+        fs::remove_all(folder, error);
+        if (!error) return;
+        Sleep(50);
+    }
+    throw fs::filesystem_error("remove", folder, error);
+}
+
 }  // namespace
 
 CommandResult runProgram(const fs::path& program, const std::vector<std::string>& arguments,
@@ -62,6 +74,7 @@ CommandResult runProgram(const fs::path& program, const std::vector<std::string>
     }
     if (!input.outFile) result.out = contentOf(out);
     result.err = contentOf(err);
+    removeWhenClosed(streams.path());
     return result;
 }
 
