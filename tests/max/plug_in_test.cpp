@@ -14,6 +14,7 @@
 #include "tests/max/golden_cases.h"
 #include "tests/max/max_stage.h"
 #include "tests/max/plug_in_library.h"
+#include "tests/support/expected_package.h"
 #include "tests/support/platform_text.h"
 #include "tests/support/test_scene.h"
 #include "tests/support/tree_compare.h"
@@ -94,16 +95,6 @@ TEST(PlugIn, MakesANewExporterEachTime) {
     EXPECT_NE(first, second);
 }
 
-// Line ends apart, where the system writes its own.
-Tree withLineFeeds(Tree tree) {
-    const std::set<std::string> texts{".json", ".jsx", ".material", ".material_properties",
-                                      ".obj",  ".txt", ".xml"};
-    for (auto& [file, content] : tree) {
-        if (texts.contains(fs::path(file).extension().string())) std::erase(content, '\r');
-    }
-    return tree;
-}
-
 // The golden packages are those of a dialog that was confirmed. It names the sky that is shipped where the
 // user has chosen none; without it none is named, and none copied.
 Tree asWithoutDialog(Tree package) {
@@ -127,8 +118,9 @@ TEST_P(PlugInExport, IsTheGoldenPackage) {
     ASSERT_NE(exporter, nullptr);
     const SdkString name = textOfPath(target.path() / "package.jsx");
     EXPECT_EQ(exporter->DoExport(name.c_str(), nullptr, nullptr, 1, 0), 1);
-    const auto difference = firstDifference(asWithoutDialog(readTree(caseFolder(GetParam()) / "expected")),
-                                            withLineFeeds(readTree(target.path() / "package")));
+    const Tree actual = readTree(target.path() / "package");
+    const Tree golden = asWithoutDialog(readTree(caseFolder(GetParam()) / "expected"));
+    const auto difference = firstDifference(expectedHere(golden, actual), actual);
     EXPECT_EQ(difference, std::nullopt) << *difference;
     EXPECT_TRUE(stage.messages.empty());
     EXPECT_EQ(stage.sdkScene.treatment.heldObjects, 0);
