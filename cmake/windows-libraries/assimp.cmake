@@ -1,5 +1,4 @@
-# Assimp with the importers that Debian's library has but that of IFC, and without exporters. IFC's generated tables make an
-# object file of 65,000 sections, over which the linker takes four minutes for each program.
+# Assimp with the importers that Debian's library has, and without exporters.
 set(assimp ${TOLVEX_SOURCES}/assimp)
 
 # Compressed meshes of glTF; only the decoders of the copy that comes with Assimp.
@@ -23,7 +22,7 @@ target_compile_definitions(minizip PRIVATE _FILE_OFFSET_BITS=64)
 target_include_directories(minizip PUBLIC ${minizip})
 target_link_libraries(minizip PUBLIC z)
 
-find_sources(assimp_files assimp "/(Exporter|[A-Za-z0-9]*Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFC[A-Za-z0-9_]*)\\.cpp$"
+find_sources(assimp_files assimp "/(Exporter|[A-Za-z0-9]*Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFCReaderGen_4)\\.cpp$"
     "code/*.cpp" "contrib/openddlparser/code/*.cpp" "contrib/clipper/*.cpp" "contrib/Open3DGC/*.cpp"
     "contrib/poly2tri/poly2tri/*.cc")
 add_library_of(assimp assimp ${assimp_files})
@@ -43,12 +42,15 @@ target_include_directories(assimp PRIVATE
 target_compile_definitions(assimp PRIVATE
     WIN32_LEAN_AND_MEAN _FILE_OFFSET_BITS=64 OPENDDLPARSER_BUILD OPENDDL_STATIC_LIBARY
     ASSIMP_BUILD_NO_EXPORT ASSIMP_BUILD_NO_M3D_IMPORTER ASSIMP_BUILD_NO_M3D_EXPORTER ASSIMP_BUILD_NO_C4D_IMPORTER
-    ASSIMP_BUILD_NO_IFC_IMPORTER
     ASSIMP_BUILD_NO_OWN_ZLIB ASSIMP_ENABLE_DRACO ASSIMP_IMPORTER_GLTF_USE_OPEN3DGC=1
     RAPIDJSON_HAS_STDSTRING=1 RAPIDJSON_NOMEMBERITERATORCLASS)
 target_compile_options(assimp PRIVATE -Wa,-mbig-obj)
 # The pugixml of the exporter: two versions cannot stand in one program.
 target_link_libraries(assimp PRIVATE pugixml draco minizip)
+# The tables of IFC are generated and huge; optimised they would take minutes.
+set_source_files_properties(
+    ${assimp}/code/AssetLib/IFC/IFCReaderGen1_2x3.cpp ${assimp}/code/AssetLib/IFC/IFCReaderGen2_2x3.cpp
+    PROPERTIES COMPILE_OPTIONS -O0 SKIP_UNITY_BUILD_INCLUSION ON)
 # The files of a folder, a format mostly, are compiled together: most of the time goes into headers. In the folders excepted the
 # files get in each other's way.
 set_target_properties(assimp PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
