@@ -22,10 +22,14 @@ target_compile_definitions(minizip PRIVATE _FILE_OFFSET_BITS=64)
 target_include_directories(minizip PUBLIC ${minizip})
 target_link_libraries(minizip PUBLIC z)
 
-find_sources(assimp_files assimp "/(Exporter|[A-Za-z0-9]*Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFCReaderGen_4)\\.cpp$"
+find_sources(assimp_files assimp "/code/.*(/Exporter|Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFCReaderGen_4)\\.cpp$"
     "code/*.cpp" "contrib/openddlparser/code/*.cpp" "contrib/clipper/*.cpp" "contrib/Open3DGC/*.cpp"
     "contrib/poly2tri/poly2tri/*.cc")
-add_library_of(assimp assimp ${assimp_files})
+set(ifc_files ${assimp_files})
+list(FILTER ifc_files INCLUDE REGEX "/AssetLib/IFC/")
+list(FILTER assimp_files EXCLUDE REGEX "/AssetLib/IFC/")
+add_library(assimp_ifc OBJECT ${ifc_files})
+add_library_of(assimp assimp ${assimp_files} $<TARGET_OBJECTS:assimp_ifc>)
 set(GIT_COMMIT_HASH 0)
 set(ASSIMP_VERSION_MAJOR 5)
 set(ASSIMP_VERSION_MINOR 2)
@@ -36,21 +40,25 @@ configure_file(${assimp}/include/assimp/config.h.in ${PROJECT_BINARY_DIR}/assimp
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/utf8)
 file(CREATE_LINK /usr/include/utf8cpp/utf8.h ${PROJECT_BINARY_DIR}/utf8/utf8.h SYMBOLIC)
 file(CREATE_LINK /usr/include/utf8cpp/utf8 ${PROJECT_BINARY_DIR}/utf8/utf8 SYMBOLIC)
-target_include_directories(assimp PRIVATE
-    ${PROJECT_BINARY_DIR}/assimp ${PROJECT_BINARY_DIR}/utf8 ${assimp} ${assimp}/code ${assimp}/include
-    ${assimp}/contrib ${assimp}/contrib/openddlparser/include ${assimp}/contrib/rapidjson/include)
-target_compile_definitions(assimp PRIVATE
-    WIN32_LEAN_AND_MEAN _FILE_OFFSET_BITS=64 OPENDDLPARSER_BUILD OPENDDL_STATIC_LIBARY
-    ASSIMP_BUILD_NO_EXPORT ASSIMP_BUILD_NO_M3D_IMPORTER ASSIMP_BUILD_NO_M3D_EXPORTER ASSIMP_BUILD_NO_C4D_IMPORTER
-    ASSIMP_BUILD_NO_OWN_ZLIB ASSIMP_ENABLE_DRACO ASSIMP_IMPORTER_GLTF_USE_OPEN3DGC=1
-    RAPIDJSON_HAS_STDSTRING=1 RAPIDJSON_NOMEMBERITERATORCLASS)
-target_compile_options(assimp PRIVATE -Wa,-mbig-obj)
-# The pugixml of the exporter: two versions cannot stand in one program.
-target_link_libraries(assimp PRIVATE pugixml draco minizip)
-# The tables of IFC are generated and huge; optimised they would take minutes.
-set_source_files_properties(
-    ${assimp}/code/AssetLib/IFC/IFCReaderGen1_2x3.cpp ${assimp}/code/AssetLib/IFC/IFCReaderGen2_2x3.cpp
-    PROPERTIES COMPILE_OPTIONS -O0 SKIP_UNITY_BUILD_INCLUSION ON)
+foreach(target IN ITEMS assimp assimp_ifc)
+    target_include_directories(${target} PRIVATE
+        ${PROJECT_BINARY_DIR}/assimp ${PROJECT_BINARY_DIR}/utf8 ${assimp} ${assimp}/code ${assimp}/include
+        ${assimp}/contrib ${assimp}/contrib/openddlparser/include ${assimp}/contrib/rapidjson/include)
+    target_compile_definitions(${target} PRIVATE
+        WIN32_LEAN_AND_MEAN _FILE_OFFSET_BITS=64 OPENDDLPARSER_BUILD OPENDDL_STATIC_LIBARY
+        ASSIMP_BUILD_NO_EXPORT ASSIMP_BUILD_NO_M3D_IMPORTER ASSIMP_BUILD_NO_M3D_EXPORTER ASSIMP_BUILD_NO_C4D_IMPORTER
+        ASSIMP_BUILD_NO_OWN_ZLIB ASSIMP_ENABLE_DRACO ASSIMP_IMPORTER_GLTF_USE_OPEN3DGC=1
+        RAPIDJSON_HAS_STDSTRING=1 RAPIDJSON_NOMEMBERITERATORCLASS)
+    target_compile_options(${target} PRIVATE -Wa,-mbig-obj)
+    # The pugixml of the exporter: two versions cannot stand in one program.
+    target_link_libraries(${target} PRIVATE pugixml draco minizip)
+endforeach()
+# The tables of IFC are generated and huge. Each of their 20,000 inline functions would be a section of its own, and the linker
+# needs time by the square of those: with -fno-weak there is none, and a program links in a second instead of 40. The
+# type information is then the file's own, so the importer, which asks for types, has to be one file. Full optimisation would
+# take minutes.
+target_compile_options(assimp_ifc PRIVATE -O1 -fno-weak)
+set_target_properties(assimp_ifc PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
 # The files of a folder, a format mostly, are compiled together: most of the time goes into headers. In the folders excepted the
 # files get in each other's way.
 set_target_properties(assimp PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
