@@ -22,7 +22,7 @@ target_compile_definitions(minizip PRIVATE _FILE_OFFSET_BITS=64)
 target_include_directories(minizip PUBLIC ${minizip})
 target_link_libraries(minizip PUBLIC z)
 
-find_sources(assimp_files assimp "/code/.*(/Exporter|Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFCReaderGen_4)\\.cpp$"
+find_sources(assimp_files assimp "/assimp/code/.*(/Exporter|Export[A-Za-z]*|Ass(xml|bin)FileWriter|C4DImporter|IFCReaderGen_4)\\.cpp$"
     "code/*.cpp" "contrib/openddlparser/code/*.cpp" "contrib/clipper/*.cpp" "contrib/Open3DGC/*.cpp"
     "contrib/poly2tri/poly2tri/*.cc")
 set(ifc_files ${assimp_files})
