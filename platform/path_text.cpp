@@ -7,9 +7,10 @@ namespace velinor {
 std::filesystem::path fileNameOf(const std::filesystem::path& path) {
     using Character = std::filesystem::path::value_type;
     constexpr Character kSeparators[] = {'/', '\\'};
-    const auto& native = path.native();
+    using Text = std::filesystem::path::string_type;
+    const Text& native = path.native();
     // None found is -1.
-    return native.substr(native.find_last_of(kSeparators, native.npos, std::size(kSeparators)) + 1);
+    return native.substr(native.find_last_of(kSeparators, Text::npos, std::size(kSeparators)) + 1);
 }
 
 std::string narrowFileName(const std::filesystem::path& path) {

@@ -1,6 +1,7 @@
 // What a program does first, so that its main function is the same on every system.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,10 +18,10 @@ class StandardStreams {
     StandardStreams();
     StandardStreams(const StandardStreams&) = delete;
     StandardStreams& operator=(const StandardStreams&) = delete;
-    ~StandardStreams();
+    ~StandardStreams() { restore_(); }
 
   private:
-    unsigned codePageBefore_ = 0;
+    std::function<void()> restore_;  // gives the console back as it was
 };
 
 }  // namespace velinor

@@ -6,7 +6,6 @@ std::vector<std::string> programArguments(int argc, char** argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }
 
-StandardStreams::StandardStreams() = default;
-StandardStreams::~StandardStreams() = default;
+StandardStreams::StandardStreams() : restore_([] {}) {}
 
 }  // namespace velinor

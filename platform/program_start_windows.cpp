@@ -37,13 +37,12 @@ StandardStreams::StandardStreams() {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     for (std::FILE* stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    codePageBefore_ = GetConsoleOutputCP();
-    if (codePageBefore_ != 0) SetConsoleOutputCP(CP_UTF8);
-}
-
-StandardStreams::~StandardStreams() {
-    std::fflush(stdout);
-    if (codePageBefore_ != 0) SetConsoleOutputCP(codePageBefore_);
+    const UINT codePageBefore = GetConsoleOutputCP();
+    if (codePageBefore != 0) SetConsoleOutputCP(CP_UTF8);
+    restore_ = [codePageBefore] {
+        std::fflush(stdout);
+        if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
+    };
 }
 
 }  // namespace velinor
