@@ -38,7 +38,7 @@ namespace MaxSDK {
 MAX_SDK_API int MaxMessageBox(HWND owner, const MCHAR* text, const MCHAR* caption, UINT type);
 
 namespace AssetManagement {
-enum AssetType { kOtherAsset = 0, kBitmapAsset = 1, kXRefAsset = 2 };
+enum AssetType : int { kOtherAsset = 0, kBitmapAsset = 1, kXRefAsset = 2 };
 }  // namespace AssetManagement
 
 namespace Util {

@@ -60,7 +60,7 @@ class IGameMaterial : public MaxHeapOperators {
 
 class IGameObject : public MaxHeapOperators {
   public:
-    enum ObjectTypes {
+    enum ObjectTypes : int {
         IGAME_UNKNOWN,
         IGAME_LIGHT,
         IGAME_MESH,
@@ -114,7 +114,7 @@ class IGameScene : public MaxHeapOperators {
 
 class IGameConversionManager : public MaxHeapOperators {
   public:
-    enum CoordSystem { IGAME_MAX, IGAME_D3D, IGAME_OGL, IGAME_USER };
+    enum CoordSystem : int { IGAME_MAX, IGAME_D3D, IGAME_OGL, IGAME_USER };
 
     virtual ~IGameConversionManager() = default;
 

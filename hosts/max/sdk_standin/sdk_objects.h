@@ -39,7 +39,8 @@ class TriObject : public Object {
 };
 
 typedef int RefResult;
-enum LightType { OMNI_LGT, SPOT_LGT, DIRECT_LGT, AMBIENT_LGT };
+// With the compiler of the SDK an enumeration holds any int.
+enum LightType : int { OMNI_LGT, SPOT_LGT, DIRECT_LGT, AMBIENT_LGT };
 
 struct LightState {
     LightType type = OMNI_LGT;
