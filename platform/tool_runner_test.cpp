@@ -96,7 +96,7 @@ TEST(ToolRunner, TellsCrashes) {
 #ifdef _WIN32
     EXPECT_EQ(describe(crashed), "ended by exception 0xC0000005: begun");
 #else
-    EXPECT_EQ(describe(crashed), "ended by signal 11: begun");
+    EXPECT_EQ(describe(crashed), "ended by signal 9: begun");
 #endif
 }
 
