@@ -65,6 +65,7 @@ class GameMesh final : public GameObject<host::IGameMesh, ::IGameMesh> {
     std::vector<int> GetActiveMatIDs() const override {
         const Tab<int> given = object_.GetActiveMatIDs();
         std::vector<int> ids;
+        ids.reserve(static_cast<std::size_t>(std::max(given.Count(), 0)));
         for (int i = 0; i < given.Count(); ++i)
             ids.push_back(given[i]);
         return ids;
