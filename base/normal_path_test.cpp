@@ -38,7 +38,6 @@ TEST(NormalPath, KeepsPathsOfDevices) {
 TEST(NormalPath, JoinsSuperfluousSeparators) {
     EXPECT_EQ(normal("\\\\\\a\\b"), "\\a\\b");
     EXPECT_EQ(normal("\\a\\\\b"), "\\a\\b");
-    EXPECT_EQ(normal("\\\\"), "\\");
 }
 #else
 TEST(NormalPath, IsTheStandardLibrarys) {

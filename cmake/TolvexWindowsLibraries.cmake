@@ -32,9 +32,8 @@ if(NOT TOLVEX_WINDOWS_FOLDER)
         OUTPUT_VARIABLE TOLVEX_WINDOWS_FOLDER OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 endif()
 if(NOT EXISTS ${TOLVEX_WINDOWS_FOLDER}/complete)
-    message(WARNING
-        "The libraries for Windows are not in ${TOLVEX_WINDOWS_FOLDER}; scripts/windows-dependencies builds them. "
-        "Without them, targets that use them do not build.")
+    message(FATAL_ERROR
+        "The libraries for Windows are not in ${TOLVEX_WINDOWS_FOLDER}; scripts/windows-dependencies builds them.")
 endif()
 
 # tolvex_windows_library(TARGET FOLDER FILE...)

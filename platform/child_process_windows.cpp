@@ -86,6 +86,22 @@ Child startChild(std::wstring commandLine, const wchar_t* folder, const ChildStr
     return {Handle(started.hProcess), Handle(started.hThread)};
 }
 
+bool waitForEnd(const Handle& process, DWORD milliseconds) {
+    return WaitForSingleObject(process.get(), milliseconds) == WAIT_OBJECT_0;
+}
+
+DWORD exitCodeOf(const Handle& process) {
+    DWORD code = 0;
+    GetExitCodeProcess(process.get(), &code);
+    return code;
+}
+
+bool isException(DWORD exitCode) {
+    constexpr DWORD kKind = 0xF0000000U;
+    constexpr DWORD kSevere = 0xC0000000U;
+    return (exitCode & kKind) == kSevere;
+}
+
 bool readAvailable(HANDLE pipe, std::string& text) {
     std::array<char, std::size_t{1} << 16U> buffer{};
     DWORD available = 0;

@@ -66,6 +66,17 @@ struct Child {
 Child startChild(std::wstring commandLine, const wchar_t* folder, const ChildStreams& streams,
                  DWORD flags = 0);
 
+// Waits for the process at most that long; whether it has ended.
+bool waitForEnd(const Handle& process, DWORD milliseconds);
+
+// The exit code of a process that has ended.
+DWORD exitCodeOf(const Handle& process);
+
+// Whether the code is that of an exception of the system, which it gives to a process that one ends: the two
+// highest bits say that it is severe, the next two that it is the system's own. Programs that end with -1
+// have all bits set.
+bool isException(DWORD exitCode);
+
 // Adds what can be read from `pipe` without waiting to `text`, up to some 64 KB. False at the end of the
 // pipe.
 bool readAvailable(HANDLE pipe, std::string& text);

@@ -175,16 +175,12 @@ class WorkProcess {
         if (!hasEnded(0)) end();
     }
 
-    bool hasEnded(DWORD milliseconds) const {
-        return WaitForSingleObject(child_.process.get(), milliseconds) == WAIT_OBJECT_0;
-    }
+    bool hasEnded(DWORD milliseconds) const { return waitForEnd(child_.process, milliseconds); }
 
     // Waits for its end.
     DWORD exitCode() const {
         hasEnded(INFINITE);
-        DWORD code = 0;
-        GetExitCodeProcess(child_.process.get(), &code);
-        return code;
+        return exitCodeOf(child_.process);
     }
 
   private:
@@ -253,7 +249,6 @@ std::string hexadecimal(DWORD number) {
 
 IsolatedRun runOf(DWORD exitCode) {
     using End = IsolatedRun::End;
-    constexpr DWORD kSevere = 0xC0000000U;
     switch (exitCode) {
         case kFinished:
             return {End::finished, {}};
@@ -266,7 +261,7 @@ IsolatedRun runOf(DWORD exitCode) {
         default:
             break;
     }
-    if ((exitCode & kSevere) == kSevere) return {End::crashed, "exception " + hexadecimal(exitCode)};
+    if (isException(exitCode)) return {End::crashed, "exception " + hexadecimal(exitCode)};
     return {End::crashed, "exit status " + std::to_string(exitCode)};
 }
 

@@ -26,19 +26,11 @@ class RunningTool {
     ~RunningTool() {
         if (hasEnded(0)) return;
         TerminateProcess(process_.get(), 1);
-        WaitForSingleObject(process_.get(), INFINITE);
+        hasEnded(INFINITE);
     }
 
-    bool hasEnded(DWORD milliseconds) const {
-        return WaitForSingleObject(process_.get(), milliseconds) == WAIT_OBJECT_0;
-    }
-
-    // Of a tool that has ended.
-    DWORD exitCode() const {
-        DWORD code = 0;
-        GetExitCodeProcess(process_.get(), &code);
-        return code;
-    }
+    bool hasEnded(DWORD milliseconds) const { return waitForEnd(process_, milliseconds); }
+    DWORD exitCode() const { return exitCodeOf(process_); }
 
   private:
     Handle process_;
@@ -53,12 +45,8 @@ bool readSome(Handle& output, std::string& kept) {
     return !piece.empty();
 }
 
-// The system gives a process that an exception ends the exception's code: the two highest bits say that it is
-// severe, the next two that it is the system's own. Programs that end with -1 have all bits set.
 ToolRun runOf(DWORD exitCode, std::string output) {
-    constexpr DWORD kKind = 0xF0000000U;
-    constexpr DWORD kSevere = 0xC0000000U;
-    const auto end = (exitCode & kKind) == kSevere ? ToolRun::End::crashed : ToolRun::End::exited;
+    const auto end = isException(exitCode) ? ToolRun::End::crashed : ToolRun::End::exited;
     return {end, static_cast<int>(exitCode), std::move(output)};
 }
 

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "base/text.h"
@@ -32,6 +33,17 @@ class CommandTest : public testing::Test {
 
     void write(const std::string& file, const std::string& content) const {
         std::ofstream(folder() / pathOfUtf8(file), std::ios::binary) << content;
+    }
+
+    // A package "room" with a file that no export writes, to tell it from a new one.
+    void makeOldPackage() const {
+        writeTree(folder() / "room",
+                  {{"index.jsx", "old"}, {"where.json", "old"}, {"thumbs/old.png", "old"}});
+    }
+
+    std::size_t entryCount() const {
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder()),
+                                                      std::filesystem::directory_iterator()));
     }
 
     // Nothing but scenes is in the folder.

@@ -14,17 +14,6 @@ namespace fs = std::filesystem;
 class ExportTest : public CommandTest {
   protected:
     Tree package(const std::string& name = "room") const { return readTree(folder() / name); }
-
-    // A package with a file that no export writes, to tell it from a new one.
-    void makeOldPackage() const {
-        writeTree(folder() / "room",
-                  {{"index.jsx", "old"}, {"where.json", "old"}, {"thumbs/old.png", "old"}});
-    }
-
-    std::size_t entryCount() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder()), fs::directory_iterator()));
-    }
 };
 
 TEST_F(ExportTest, WritesThePackageAndReportsIt) {

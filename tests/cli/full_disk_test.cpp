@@ -22,17 +22,6 @@ class FullDiskTest : public CommandTest {
               R"({"format": "tolvex-scene", "version": 1, "roots": [0], "nodes": [{"name": "A [k: )" +
                   std::string(2 * kSmallDisk, 'v') + R"(]", "object": {"type": "helper"}}]})");
     }
-
-    // A package with a file that no export writes, to tell it from a new one.
-    void makeOldPackage() const {
-        writeTree(folder() / "room",
-                  {{"index.jsx", "old"}, {"where.json", "old"}, {"thumbs/old.png", "old"}});
-    }
-
-    std::size_t entryCount() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder()), fs::directory_iterator()));
-    }
 };
 
 TEST_F(FullDiskTest, AFullDiskLeavesNothingBehind) {
