@@ -123,6 +123,21 @@ TEST(Prompts, WriteNothingWhenCancelled) {
     EXPECT_TRUE(exported.messages.empty());
 }
 
+TEST(Prompts, TellOfAMissingImageLibraryAndWriteNothing) {
+    const TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "tolvex.dle";
+    std::filesystem::copy_file(plugInFile(), file);
+    const PlugInLibrary plugIn(file);
+    const SceneSnapshot scene = goldenScene("mesh-with-parameters");
+    const auto host = makeSnapshotHost(scene, {});
+    MaxStage stage(*host);
+    const SdkString name = maxString((folder.path() / "package.jsx").u16string());
+    EXPECT_EQ(plugIn.exporter()->DoExport(name.c_str(), nullptr, nullptr, 0, 0), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "package"));
+    ASSERT_EQ(stage.messages.size(), 1U);
+    EXPECT_NE(stage.messages[0].find("libvips-42.dll"), std::string::npos) << stage.messages[0];
+}
+
 TEST(Prompts, LeaveOutWhatIsUnchecked) {
     const Exported exported = exportWith("physical-materials", {IDC_EXPORT_MATERIALS, IDOK});
     EXPECT_TRUE(exported.package.contains("index.jsx"));
