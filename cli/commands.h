@@ -12,5 +12,6 @@ ExitStatus runExport(const ExportArguments& arguments);
 ExitStatus runInspect(const InspectArguments& arguments);
 ExitStatus runSnapshot(const SnapshotArguments& arguments);
 ExitStatus runCheck(const CheckArguments& arguments);
+ExitStatus runFormats(const FormatsArguments& arguments);
 
 }  // namespace velinor

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 #include "cli/commands.h"
 #include "cli/export_summary.h"
@@ -116,13 +117,15 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 ExitStatus runExport(const ExportArguments& arguments) {
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.assetFolders});
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});
     linkBitmaps(source);
+    if (!arguments.reading.selected.empty() && !arguments.settings.selectionOnly)
+        progress.announce("--select changes nothing of the package without --selection-only");
 
-    const fs::path target = fs::absolute(arguments.target).lexically_normal();
+    const fs::path target = normalPath(fs::absolute(arguments.target));
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
-    const fs::path package = packageFoldersFor(target, program).exportFolder.lexically_normal();
+    const fs::path package = normalPath(packageFoldersFor(target, program).exportFolder);
     requireNarrowForm(package);
     requireSceneOutside(arguments, package);
 

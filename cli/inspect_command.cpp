@@ -167,7 +167,7 @@ void writeJson(host::Host& host, const Collected& collected, TextSink& text) {
 ExitStatus runInspect(const InspectArguments& arguments) {
     ProgressBar progress(progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    const SceneSource source = openScene(arguments.scene, progress, {});
+    const SceneSource source = openScene(arguments.scene, progress, {SceneImages::leave, arguments.reading});
     const auto host = makeSnapshotHost(source.scene, source.folder);
     host->GetIGameInterface()->InitialiseIGame(false);
     Collected collected;

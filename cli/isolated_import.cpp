@@ -177,13 +177,18 @@ struct Receiver {
 std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) {
     using End = IsolatedRun::End;
     const std::string advice = "; open the scene where it was made and save it again";
+    const auto orAllowMore = [&advice](const char* option) {
+        return advice + ", or, if it is good, allow more with --" + option;
+    };
     switch (run.end) {
         case End::timeLimit:
             return "a step of reading took more than " + std::to_string(limits.processorSeconds) +
-                   " seconds of processor time, so the file is damaged or very large" + advice;
+                   " seconds of processor time, so the file is damaged or very large" +
+                   orAllowMore("import-time-limit");
         case End::memoryLimit:
             return "reading needs more than " + std::to_string(limits.memoryBytes >> 20U) +
-                   " MiB of memory, so the file is damaged or very large" + advice;
+                   " MiB of memory, so the file is damaged or very large" +
+                   orAllowMore("import-memory-limit");
         default:
             return "the importer crashed on this file" +
                    (run.cause.empty() ? std::string() : " (" + run.cause + ")") +

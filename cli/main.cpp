@@ -27,6 +27,7 @@ struct RunCommand {
     ExitStatus operator()(const InspectArguments& arguments) const { return runInspect(arguments); }
     ExitStatus operator()(const SnapshotArguments& arguments) const { return runSnapshot(arguments); }
     ExitStatus operator()(const CheckArguments& arguments) const { return runCheck(arguments); }
+    ExitStatus operator()(const FormatsArguments& arguments) const { return runFormats(arguments); }
 };
 
 // The exit status of the whole program.

@@ -27,6 +27,7 @@ constexpr const char* kHelpText =
     "  tolvex inspect [OPTIONS] SCENE         print what an export would find\n"
     "  tolvex snapshot SCENE OUT              save SCENE as a scene snapshot, .scene.json or .scene.cbor\n"
     "  tolvex check PACKAGE                   verify a package\n"
+    "  tolvex formats                         what can be read, and what is lost of it\n"
     "\n"
     "  tolvex COMMAND --help                  the options of a command\n"
     "  tolvex --version                       the version\n"
@@ -111,12 +112,13 @@ class CommandParser {
     }
 
     // An option that may be given several times.
-    void paths(const std::string& name, const char* typeName, std::string_view help) {
+    void texts(const std::string& name, const char* typeName, std::string_view help,
+               const std::string& group) {
         app_.add_option("--" + name, repeated_[name], std::string(help))
             ->type_name(typeName)
             ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-            ->group("Options");
+            ->group(group);
     }
 
     void positional(const std::string& name, std::string_view help) {
@@ -151,13 +153,8 @@ class CommandParser {
         return toPath(toUtf16Lossy(positionals_.at(name)));
     }
 
-    // The paths given for an option that may be given several times.
-    std::vector<std::filesystem::path> paths(const std::string& name) const {
-        std::vector<std::filesystem::path> paths;
-        for (const std::string& text : repeated_.at(name))
-            paths.push_back(toPath(toUtf16Lossy(text)));
-        return paths;
-    }
+    // What was given for an option that may be given several times.
+    const std::vector<std::string>& texts(const std::string& name) const { return repeated_.at(name); }
 
   private:
     std::string seeHelp() const { return "; see \"tolvex " + command_ + " --help\""; }
@@ -202,8 +199,6 @@ Number parseNumber(std::string_view option, const std::string& text) {
     }
     return number;
 }
-
-constexpr const char* kAssetFolder = "asset-folder";
 
 // The options of the settings: flags are stored while parsing, texts afterwards.
 class SettingsParser {
@@ -254,9 +249,75 @@ void requireFileName(const std::filesystem::path& target) {
     refuse(utf8Path(target) + ": TARGET has no file name; write FOLDER/NAME.jsx for the package FOLDER/NAME");
 }
 
-void declareAssetFolders(CommandParser& parser) {
-    parser.paths(kAssetFolder, "DIR", "look for missing bitmaps in DIR, too; may be repeated");
-}
+// The options of how a scene is read.
+class ReadingParser {
+  public:
+    explicit ReadingParser(CommandParser& parser) : parser_(parser) {
+        const char* group = "Reading";
+        parser.texts(kAssetFolder, "DIR", "look for missing bitmaps in DIR, too; may be repeated", group);
+        parser.texts(
+            kSelect, "PATTERN",
+            "select the nodes of such names (*, ? and [a-z] as for files) and all below them; may be "
+            "repeated",
+            group);
+        parser.text(kUpAxis, "AXIS", upAxis_,
+                    "y or z: the axis that points up, for formats that do not say (obj, stl, ply, ...)",
+                    group);
+        parser.text(kMemoryLimit, "MIB", memoryLimit_,
+                    "memory that the reading of a file may take (" +
+                        std::to_string(kDefaults.memoryBytes >> 20U) + ")",
+                    group);
+        parser.text(kTimeLimit, "SECONDS", timeLimit_,
+                    "processor time that a step of reading a file may take (" +
+                        std::to_string(kDefaults.processorSeconds) + ")",
+                    group);
+    }
+
+    ReadingOptions options() const {
+        ReadingOptions options;
+        for (const std::string& text : parser_.texts(kAssetFolder))
+            options.assetFolders.push_back(toPath(toUtf16Lossy(text)));
+        options.selected = parser_.texts(kSelect);
+        if (upAxis_) options.upAxis = axis(*upAxis_);
+        if (memoryLimit_) {
+            // The system's own limits are of 64 bits.
+            options.importLimits.memoryBytes =
+                limit<std::uint64_t>(kMemoryLimit, *memoryLimit_, UINT64_MAX >> 21U) << 20U;
+        }
+        if (timeLimit_)
+            options.importLimits.processorSeconds = limit<unsigned>(kTimeLimit, *timeLimit_, INT32_MAX);
+        return options;
+    }
+
+  private:
+    static constexpr const char* kAssetFolder = "asset-folder";
+    static constexpr const char* kSelect = "select";
+    static constexpr const char* kUpAxis = "up-axis";
+    static constexpr const char* kMemoryLimit = "import-memory-limit";
+    static constexpr const char* kTimeLimit = "import-time-limit";
+    static constexpr IsolationLimits kDefaults{};
+
+    static UpAxis axis(const std::string& text) {
+        if (text == "y") return UpAxis::y;
+        if (text == "z") return UpAxis::z;
+        refuse(std::string("--") + kUpAxis + ": \"" + text +
+               "\" is not an axis that can point up; write y or z");
+    }
+
+    template <typename Number>
+    static Number limit(const char* option, const std::string& text, Number most) {
+        const auto number = parseNumber<Number>(option, text);
+        const std::string where = std::string("--") + option + ": \"" + text + "\" ";
+        if (number == 0) refuse(where + "leaves nothing to read with; write 1 or more");
+        if (number > most) refuse(where + "is out of range; give a smaller number");
+        return number;
+    }
+
+    CommandParser& parser_;
+    std::optional<std::string> upAxis_;
+    std::optional<std::string> memoryLimit_;
+    std::optional<std::string> timeLimit_;
+};
 
 constexpr const char* kSceneHelp = "the scene's file; - reads a snapshot from standard input";
 
@@ -271,13 +332,13 @@ CommandLine parseExport(std::span<const std::string> arguments) {
     parser.flag("json", result.json, "print the report as JSON");
     parser.flag("suppress-prompts", result.suppressPrompts,
                 "use the settings as given, without the dialog's rules");
-    declareAssetFolders(parser);
+    const ReadingParser reading(parser);
     SettingsParser settings(parser, result.settings);
     if (parser.parse(arguments)) return ShowText{parser.help()};
     settings.store();
     result.scene = parser.path("SCENE");
     result.target = parser.path("TARGET");
-    result.assetFolders = parser.paths(kAssetFolder);
+    result.reading = reading.options();
     requireFileName(result.target);
     return result;
 }
@@ -287,8 +348,10 @@ CommandLine parseInspect(std::span<const std::string> arguments) {
     CommandParser parser("inspect", "Prints the nodes of SCENE and what an export would find among them.");
     parser.positional("SCENE", kSceneHelp);
     parser.flag("json", result.json, "print as JSON");
+    const ReadingParser reading(parser);
     if (parser.parse(arguments)) return ShowText{parser.help()};
     result.scene = parser.path("SCENE");
+    result.reading = reading.options();
     return result;
 }
 
@@ -296,9 +359,9 @@ CommandLine parseSnapshot(std::span<const std::string> arguments) {
     CommandParser parser("snapshot", "Saves SCENE as a scene snapshot.");
     parser.positional("SCENE", kSceneHelp);
     parser.positional("OUT", "the file to write; .scene.json or .scene.cbor says how");
-    declareAssetFolders(parser);
+    const ReadingParser reading(parser);
     if (parser.parse(arguments)) return ShowText{parser.help()};
-    return SnapshotArguments{parser.path("SCENE"), parser.path("OUT"), parser.paths(kAssetFolder)};
+    return SnapshotArguments{parser.path("SCENE"), parser.path("OUT"), reading.options()};
 }
 
 CommandLine parseCheck(std::span<const std::string> arguments) {
@@ -306,6 +369,14 @@ CommandLine parseCheck(std::span<const std::string> arguments) {
     parser.positional("PACKAGE", "the package's folder");
     if (parser.parse(arguments)) return ShowText{parser.help()};
     return CheckArguments{parser.path("PACKAGE")};
+}
+
+CommandLine parseFormats(std::span<const std::string> arguments) {
+    FormatsArguments result;
+    CommandParser parser("formats", "Lists the files that can be read, by ending, and what is lost of each.");
+    parser.flag("json", result.json, "print as JSON");
+    if (parser.parse(arguments)) return ShowText{parser.help()};
+    return result;
 }
 
 struct Command {
@@ -318,6 +389,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"inspect", parseInspect},
     {"snapshot", parseSnapshot},
     {"check", parseCheck},
+    {"formats", parseFormats},
 });
 
 void requireUtf8(std::span<const std::string> arguments) {
@@ -342,7 +414,7 @@ void requireUtf8(std::span<const std::string> arguments) {
 CommandLine parseCommandLine(std::span<const std::string> arguments) {
     requireUtf8(arguments);
     if (arguments.empty())
-        refuse("a command is missing: export, inspect, snapshot or check; see \"tolvex --help\"");
+        refuse("a command is missing: export, inspect, snapshot, check or formats; see \"tolvex --help\"");
     const std::string& word = arguments.front();
     if (word == "--help") return ShowText{kHelpText};
     if (word == "--version") return ShowText{kVersionText};

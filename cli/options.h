@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "cli/reading_options.h"
 #include "plugin/export_settings.h"
 
 namespace velinor {
@@ -18,9 +19,9 @@ struct ExportArguments {
     bool strict = false;
     bool quiet = false;
     bool json = false;
-    std::filesystem::path scene;                      // "-": standard input
-    std::filesystem::path target;                     // as given, with a file name
-    std::vector<std::filesystem::path> assetFolders;  // further places of bitmaps, as given
+    std::filesystem::path scene;   // "-": standard input
+    std::filesystem::path target;  // as given, with a file name
+    ReadingOptions reading;
 
     bool operator==(const ExportArguments&) const = default;
 };
@@ -28,6 +29,7 @@ struct ExportArguments {
 struct InspectArguments {
     std::filesystem::path scene;
     bool json = false;
+    ReadingOptions reading;
 
     bool operator==(const InspectArguments&) const = default;
 };
@@ -35,7 +37,7 @@ struct InspectArguments {
 struct SnapshotArguments {
     std::filesystem::path scene;
     std::filesystem::path out;
-    std::vector<std::filesystem::path> assetFolders;
+    ReadingOptions reading;
 
     bool operator==(const SnapshotArguments&) const = default;
 };
@@ -46,6 +48,12 @@ struct CheckArguments {
     bool operator==(const CheckArguments&) const = default;
 };
 
+struct FormatsArguments {
+    bool json = false;
+
+    bool operator==(const FormatsArguments&) const = default;
+};
+
 // --help and --version: text for standard output.
 struct ShowText {
     std::string text;
@@ -53,8 +61,8 @@ struct ShowText {
     bool operator==(const ShowText&) const = default;
 };
 
-using CommandLine =
-    std::variant<ShowText, ExportArguments, InspectArguments, SnapshotArguments, CheckArguments>;
+using CommandLine = std::variant<ShowText, ExportArguments, InspectArguments, SnapshotArguments,
+                                 CheckArguments, FormatsArguments>;
 
 // The command line of `arguments`, the program's name not among them. Looks at no disk and runs nothing.
 // Throws CommandError (kNotRun) where an argument is unknown, missing or malformed; a misspelt one gets the

@@ -33,10 +33,11 @@ TEST(ParseCommandLine, GivesTheDefaultsWithoutOptions) {
 }
 
 TEST(ParseCommandLine, ReadsEachCommand) {
-    EXPECT_EQ(parsed<InspectArguments>({"inspect", "-", "--json"}), (InspectArguments{"-", true}));
+    EXPECT_EQ(parsed<InspectArguments>({"inspect", "-", "--json"}), (InspectArguments{"-", true, {}}));
     EXPECT_EQ(parsed<SnapshotArguments>({"snapshot", "a.fbx", "b.scene.cbor"}),
               (SnapshotArguments{"a.fbx", "b.scene.cbor", {}}));
     EXPECT_EQ(parsed<CheckArguments>({"check", "room"}), (CheckArguments{"room"}));
+    EXPECT_EQ(parsed<FormatsArguments>({"formats", "--json"}), (FormatsArguments{true}));
 }
 
 TEST(ParseCommandLine, TakesNamesThatLookLikeOptionsAfterTwoDashes) {
@@ -75,14 +76,30 @@ TEST(ParseCommandLine, ReadsEveryNumberAndPath) {
     EXPECT_EQ(settings.customReflectionMap, "a b.dds");
 }
 
-TEST(ParseCommandLine, CollectsAssetFolders) {
-    using Paths = std::vector<std::filesystem::path>;
-    EXPECT_EQ(
-        parsed<ExportArguments>({"export", "--asset-folder", "a", "s.fbx", "--asset-folder=b c", "t.jsx"})
-            .assetFolders,
-        (Paths{"a", "b c"}));
-    EXPECT_EQ(parsed<SnapshotArguments>({"snapshot", "--asset-folder", "a", "s.fbx", "o.json"}).assetFolders,
-              Paths{"a"});
+TEST(ParseCommandLine, ReadsHowToReadForEveryCommandThatReads) {
+    const std::vector<std::string> options{"--asset-folder",
+                                           "a",
+                                           "--asset-folder=b c",
+                                           "--select",
+                                           "Chair*",
+                                           "--select=-x",
+                                           "--up-axis",
+                                           "z",
+                                           "--import-memory-limit",
+                                           "8192",
+                                           "--import-time-limit=7"};
+    const auto with = [&options](std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return arguments;
+    };
+    ReadingOptions expected;
+    expected.assetFolders = {"a", "b c"};
+    expected.selected = {"Chair*", "-x"};
+    expected.upAxis = UpAxis::z;
+    expected.importLimits = {std::uint64_t{8} << 30U, 7};
+    EXPECT_EQ(parsed<ExportArguments>(with({"export", "s.fbx", "t.jsx"})).reading, expected);
+    EXPECT_EQ(parsed<InspectArguments>(with({"inspect", "s.fbx"})).reading, expected);
+    EXPECT_EQ(parsed<SnapshotArguments>(with({"snapshot", "s.fbx", "o.json"})).reading, expected);
 }
 
 TEST(ParseCommandLine, HasAnOptionForEachFieldWithAControl) {

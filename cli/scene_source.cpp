@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <new>
+#include <set>
 #include <system_error>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "cli/command_error.h"
 #include "cli/interrupts.h"
 #include "cli/isolated_import.h"
+#include "cli/node_selection.h"
 #include "hosts/ase/ase_reader.h"
 #include "hosts/assimp/assimp_reader.h"
 #include "platform/open_file.h"
@@ -49,10 +52,15 @@ bool endsWith(const std::string& text, std::string_view ending) {
                       [](char a, char b) { return a == (b >= 'A' && b <= 'Z' ? b - 'A' + 'a' : b); });
 }
 
+// Each once: several formats have the ending ".xml".
 std::string readableEndings() {
-    std::string text = ".scene.json, .scene.cbor, .ase, .ask";
-    for (const SceneFileEnding& ending : assimpFileEndings())
-        text += ", ." + ending.ending;
+    std::string text;
+    std::set<std::string> told;
+    for (const ReadableFormat& format : readableFormats()) {
+        for (const std::string& ending : format.endings) {
+            if (told.insert(ending).second) text += (text.empty() ? "." : ", .") + ending;
+        }
+    }
     return text;
 }
 
@@ -66,14 +74,23 @@ void requireFile(const fs::path& file) {
     if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
 }
 
-SceneSource readStandardInput() {
-    const std::string name = sceneName("-");
-    const std::string bytes = readToEnd(stdin, name);
-    return {readSnapshot(bytes, guessSnapshotEncoding(bytes), name), fs::current_path(), {}, {}};
-}
-
 fs::path folderOf(const fs::path& file) {
     return fs::absolute(file).parent_path();
+}
+
+SceneSource readSnapshotSource(const fs::path& scene, const ReadingOptions& reading) {
+    SceneSource source;
+    const std::string name = sceneName(scene);
+    if (scene == "-") {
+        const std::string bytes = readToEnd(stdin, name);
+        source.scene = readSnapshot(bytes, guessSnapshotEncoding(bytes), name);
+        source.folder = fs::current_path();
+    } else {
+        source.scene = readSnapshot(readSceneFile(scene), *snapshotEncodingByEnding(scene), name);
+        source.folder = folderOf(scene);
+    }
+    if (reading.upAxis) source.notes.add(name, kUpAxisIsStated);
+    return source;
 }
 
 std::unique_ptr<TemporaryFolder> makeImageFolder() {
@@ -104,10 +121,8 @@ std::u16string hostPath(const fs::path& folder) {
 }
 
 SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOptions& wanted) {
-    if (scene == "-") return readStandardInput();
-    if (const auto encoding = snapshotEncodingByEnding(scene)) {
-        return {readSnapshot(readSceneFile(scene), *encoding, utf8Path(scene)), folderOf(scene), {}, {}};
-    }
+    const ReadingOptions& reading = wanted.reading;
+    if (scene == "-" || snapshotEncodingByEnding(scene)) return readSnapshotSource(scene, reading);
     requireFile(scene);
     const bool isAse = isAseFile(scene);
     if (!isAse && !canReadWithAssimp(scene)) {
@@ -121,13 +136,15 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
     }
     // Our own reader stands damage, so it needs no process of its own.
     if (isAse) {
-        source.scene = readAse(readSceneFile(scene), scene, {wanted.assetFolders}, progress, source.notes);
+        source.scene = readAse(readSceneFile(scene), scene, {reading.assetFolders}, progress, source.notes);
+        if (reading.upAxis) source.notes.add(utf8Path(scene), kUpAxisIsStated);
         return source;
     }
     AssimpOptions options;
-    options.assetFolders = wanted.assetFolders;
+    options.upAxis = reading.upAxis;
+    options.assetFolders = reading.assetFolders;
     if (source.images) options.imageFolder = fs::absolute(source.images->path());
-    source.scene = importIsolated(scene, options, progress, source.notes);
+    source.scene = importIsolated(scene, options, progress, source.notes, reading.importLimits);
     return source;
 }
 
@@ -135,6 +152,13 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
 
 std::string sceneName(const fs::path& scene) {
     return scene == "-" ? "standard input" : utf8Path(scene);
+}
+
+std::vector<ReadableFormat> readableFormats() {
+    std::vector<ReadableFormat> formats{
+        {"Scene snapshot", {"scene.json", "scene.cbor", "json", "cbor"}, {}, {}}, aseFormat()};
+    std::ranges::move(assimpFormats(), std::back_inserter(formats));
+    return formats;
 }
 
 std::optional<SnapshotEncoding> snapshotEncodingByEnding(const fs::path& file) {
@@ -155,13 +179,14 @@ std::string readSceneFile(const fs::path& file) {
 }
 
 SceneSource openScene(const fs::path& scene, Progress& progress, const SceneOptions& options) {
-    requireFolders(options.assetFolders);
+    requireFolders(options.reading.assetFolders);
     const std::string phase = "Reading " + sceneName(scene);
     progress.beginPhase(phase, 0);
     try {
         SceneSource source = readScene(scene, progress, options);
-        for (const fs::path& folder : options.assetFolders)
+        for (const fs::path& folder : options.reading.assetFolders)
             source.scene.assetFolders.push_back(hostPath(folder));
+        selectNodes(source.scene, options.reading.selected);
         return source;
     } catch (const std::bad_alloc&) {
         refuse(sceneName(scene), "needs more memory than there is; close other programs, or split the scene");

@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "cli/reading_options.h"
 #include "hosts/import/import_notes.h"
+#include "hosts/import/readable_format.h"
 #include "hosts/snapshot/scene_snapshot.h"
 #include "hosts/snapshot/snapshot_io.h"
 #include "platform/temporary_folder.h"
@@ -28,6 +30,9 @@ struct SceneSource {
 // "standard input" for "-", otherwise the path as given.
 std::string sceneName(const std::filesystem::path& scene);
 
+// All formats of scene files, snapshots first.
+std::vector<ReadableFormat> readableFormats();
+
 // How a snapshot of that name is encoded, by its ending: .scene.json or .json, .scene.cbor or .cbor, in small
 // or capital letters. Nothing for other endings.
 std::optional<SnapshotEncoding> snapshotEncodingByEnding(const std::filesystem::path& file);
@@ -41,9 +46,7 @@ enum class SceneImages { leave, extract };
 // What is wanted of a scene besides itself.
 struct SceneOptions {
     SceneImages images = SceneImages::leave;
-    // Existing folders in which bitmaps are looked for that are not where the scene says; relative ones
-    // against the current folder.
-    std::vector<std::filesystem::path> assetFolders = {};
+    ReadingOptions reading = {};  // asset folders exist
 };
 
 // Reads the scene. Throws CommandError (kNotRun) or SceneError where it cannot be read; what `progress`

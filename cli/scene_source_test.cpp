@@ -72,7 +72,8 @@ TEST_F(SceneSourceTest, AseFilesAreReadHereWithTheirNotes) {
     const std::string text = "*3DSMAX_ASCIIEXPORT 200\n*HELPEROBJECT {\n*NODE_NAME \"A\"\n*NODE_TM {\n}\n}\n";
     for (const char* name : {"a.ase", "B.ASE", "c.ask"}) {
         const fs::path file = write(name, text);
-        const SceneSource source = openScene(file, progress, {SceneImages::extract, {file.parent_path()}});
+        const SceneSource source =
+            openScene(file, progress, {SceneImages::extract, {.assetFolders = {file.parent_path()}}});
         ASSERT_EQ(source.scene.nodes.size(), 1U);
         EXPECT_EQ(source.scene.nodes[0].name, u"A");
         EXPECT_EQ(source.scene.assetFolders.size(), 1U);

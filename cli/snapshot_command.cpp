@@ -64,7 +64,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
     }
     ProgressBar progress(progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.assetFolders});
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});
     progress.clear();
     showNotes(source.notes, progress);
 

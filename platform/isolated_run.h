@@ -13,6 +13,8 @@ namespace velinor {
 struct IsolationLimits {
     std::uint64_t memoryBytes = std::uint64_t{4} << 30U;  // address space; on Windows, memory of its own
     unsigned processorSeconds = 60;  // from the start, or from the last call of renewProcessorTime
+
+    bool operator==(const IsolationLimits&) const = default;
 };
 
 // How an isolated run ended.

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 
@@ -10,10 +11,11 @@ namespace velinor {
 std::filesystem::path executablePath() {
     constexpr std::size_t kUsual = 260;
     constexpr std::size_t kLongest = 32768;
-    for (std::wstring path(kUsual, L'\0'); path.size() <= kLongest; path.resize(2 * path.size())) {
-        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length == 0) break;
-        if (length == path.size()) continue;  // cut off
+    for (std::size_t size = kUsual;; size = std::min(2 * size, kLongest)) {
+        std::wstring path(size, L'\0');
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(size));
+        if (length == 0 || (length == size && size == kLongest)) break;
+        if (length == size) continue;  // cut off
         path.resize(length);
         return path;
     }

@@ -53,10 +53,12 @@ bool readSome(Handle& output, std::string& kept) {
     return !piece.empty();
 }
 
-// The system gives a process that an exception ends the exception's code, which has the two highest bits set.
+// The system gives a process that an exception ends the exception's code: the two highest bits say that it is
+// severe, the next two that it is the system's own. Programs that end with -1 have all bits set.
 ToolRun runOf(DWORD exitCode, std::string output) {
+    constexpr DWORD kKind = 0xF0000000U;
     constexpr DWORD kSevere = 0xC0000000U;
-    const auto end = (exitCode & kSevere) == kSevere ? ToolRun::End::crashed : ToolRun::End::exited;
+    const auto end = (exitCode & kKind) == kSevere ? ToolRun::End::crashed : ToolRun::End::exited;
     return {end, static_cast<int>(exitCode), std::move(output)};
 }
 

@@ -1,5 +1,6 @@
 #include "plugin/export_session_max.h"
 
+#include <clocale>
 #include <filesystem>
 #include <new>
 
@@ -64,15 +65,19 @@ std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSup
 
 void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppressed) {
     if (name.empty()) return fail(MessageId::exportFailed, "the host names no file");
+    std::setlocale(LC_ALL, "C");  // as the export does; narrow forms go by it
+    // The tools run elsewhere, and could not use a relative path.
+    const std::filesystem::path target = std::filesystem::absolute(toPath(name));
     // The tools and the scripts could not name files there.
-    if (!hasNarrowForm(toPath(name))) {
+    if (!hasNarrowForm(target)) {
         return fail(
             MessageId::exportFailed,
             "the path has characters that the system's code page lacks; choose another folder or name");
     }
     const auto fault = imageLibraryFault(modulePath());
     if (fault) return fail(MessageId::imageLibraryMissing, fault->c_str());
-    exporter_.DoExport(name.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
+    const std::u16string text = toUtf16Lossy(utf8Path(target));
+    exporter_.DoExport(text.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
 }
 
 void ExportSession::fail(MessageId id, const char* detail) {

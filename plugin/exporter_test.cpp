@@ -241,6 +241,7 @@ TEST_F(ExporterTest, CleansIntermediateMeshesWithAndWithoutMaterials) {
             exporter.DoExport(name.c_str(), nullptr, nullptr, 1, 0);
             EXPECT_EQ(fs::exists(folder_ / "room/resources/a.mesh.xml"), !cleanExportFolder)
                 << exportMaterials;
+            EXPECT_EQ(content("where.json").find("xxx"), std::string::npos) << "overwritten, not appended to";
             fs::remove_all(folder_ / "room");
         }
     }

@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 
 namespace velinor {
@@ -40,7 +41,7 @@ PackageFolders packageFoldersFor(const fs::path& fileName, const fs::path& hostE
     PackageFolders folders;
     folders.hostFolder = hostExecutable.parent_path();
     folders.pluginFolder = folders.hostFolder / "Plugins";
-    const fs::path normal = fileName.lexically_normal();
+    const fs::path normal = normalPath(fileName);
     folders.exportFolder = concatenated(normal.parent_path(), normal.filename().stem());
     folders.miscFolder = concatenated(folders.exportFolder, "misc");
     folders.resourcesFolder = concatenated(folders.exportFolder, "resources");

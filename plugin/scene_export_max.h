@@ -29,7 +29,8 @@ class MaxSceneExport final : public ::SceneExport {
     void ShowAbout(HWND owner) override;
 
     // Exports, and tells the user what is amiss unless prompts are suppressed. Always 1. File-system errors
-    // and whatever the host itself has thrown go on to the host; every other failure is told and ends here.
+    // go on to the host, and so does what the host itself has thrown, unless it is a std::exception of
+    // another kind; every other failure is told and ends here.
     int DoExport(const MCHAR* name, ::ExpInterface* ei, ::Interface* i, BOOL suppressPrompts,
                  DWORD options) override;
 

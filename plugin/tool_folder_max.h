@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <system_error>
 #include <utility>
 
 #include "platform/temporary_folder.h"
@@ -11,13 +13,19 @@
 namespace velinor {
 
 // Runs tools in a folder of their own, since they leave logs where they run; the host's current folder is
-// none of their business. The folder is there from the first tool until `remove`.
+// none of their business. Where none can be made, no tool starts. The folder is there from the first tool
+// until `remove`.
 class ToolFolder final : public ToolRunner {
   public:
     explicit ToolFolder(std::function<void()> whileWaiting) : whileWaiting_(std::move(whileWaiting)) {}
 
     ToolRun run(const ToolCommand& command) override {
-        if (!folder_) folder_.emplace();
+        try {
+            if (!folder_) folder_.emplace();
+        } catch (const std::system_error& error) {
+            return {ToolRun::End::notStarted, 0,
+                    std::string("no folder can be made for it to run in: ") + error.what()};
+        }
         return SystemToolRunner(folder_->path(), whileWaiting_).run(command);
     }
 

@@ -21,9 +21,12 @@ struct NodeNameParts {
 
 // Takes `name` apart. A name that does not follow the grammar is its own cleaned name and has no parameters:
 //
-//   NAME     = text " [" list "]"      text and list at least one character, no white space in them but
-//   blanks list     = piece {", " piece} piece    = key ": " value          key without white space, value
-//   without white space and commas; others are ignored
+//   NAME     = text " [" list "]"
+//   list     = piece {", " piece}
+//   piece    = key ": " value
+//
+// Text and list have at least one character and no white space but blanks; a key has no white space, a value
+// neither white space nor commas. Pieces of another form are ignored.
 //
 // The last " [" that leaves a list before the final "]" divides the name. Bytes count as characters: a byte
 // above 0x7F is never white space.

@@ -203,7 +203,8 @@ class Assembly {
 
 bool isAseFile(const std::filesystem::path& file) {
     const std::string ending = utf8Path(file.extension());
-    return isSameButCase(ending, ".ase") || isSameButCase(ending, ".ask");
+    return std::ranges::any_of(aseFormat().endings,
+                               [&](const std::string& known) { return isSameButCase(ending, "." + known); });
 }
 
 SceneSnapshot readAse(std::string bytes, const std::filesystem::path& file, const AseOptions& options,

@@ -8,6 +8,7 @@
 
 #include "base/progress.h"
 #include "hosts/import/import_notes.h"
+#include "hosts/import/readable_format.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
 namespace velinor {
@@ -17,7 +18,9 @@ struct AseOptions {
     std::vector<std::filesystem::path> assetFolders = {};
 };
 
-// Whether `file` has an ending of ASE files, ".ase" or ".ask", in small or capital letters. The file need not
+ReadableFormat aseFormat();
+
+// Whether `file` has an ending of ASE files, in small or capital letters. The file need not
 // exist.
 bool isAseFile(const std::filesystem::path& file);
 

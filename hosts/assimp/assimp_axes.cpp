@@ -131,8 +131,7 @@ SpaceRule spaceRuleOf(const aiScene& scene, const SourceFile& file, std::optiona
         default:
             break;
     }
-    if (upAxis)
-        notes.add(file.shown, "the up axis that was asked for has no effect: the format states its own");
+    if (upAxis) notes.add(file.shown, kUpAxisIsStated);
     switch (file.format) {
         case FileFormat::fbx:
             return fbxRule(scene);

@@ -3,15 +3,10 @@
 #include <assimp/BaseImporter.h>
 #include <assimp/importerdesc.h>
 
-#include <algorithm>
 #include <assimp/Importer.hpp>
-#include <map>
 #include <sstream>
 #include <string_view>
 #include <utility>
-
-#include "base/text.h"
-#include "hosts/assimp/assimp_text.h"
 
 namespace velinor {
 namespace {
@@ -26,6 +21,8 @@ constexpr std::pair<std::string_view, FileFormat> kFormats[] = {
     {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},
 };
 
+}  // namespace
+
 std::vector<std::string> endingsOf(const aiImporterDesc& reader) {
     std::istringstream list(reader.mFileExtensions == nullptr ? "" : reader.mFileExtensions);
     std::vector<std::string> endings;
@@ -34,8 +31,7 @@ std::vector<std::string> endingsOf(const aiImporterDesc& reader) {
     return endings;
 }
 
-// "Autodesk FBX Importer" without its last word.
-std::string descriptionOf(const aiImporterDesc& reader) {
+std::string formatName(const aiImporterDesc& reader) {
     std::string name = reader.mName == nullptr ? "" : reader.mName;
     for (const std::string_view word : {" Importer", " Reader"}) {
         const auto at = name.find(word);
@@ -43,8 +39,6 @@ std::string descriptionOf(const aiImporterDesc& reader) {
     }
     return name;
 }
-
-}  // namespace
 
 // The importer destroys the readers that it still has.
 std::unique_ptr<Assimp::Importer> makeImporter() {
@@ -65,32 +59,6 @@ FileFormat formatLastRead(const Assimp::Importer& importer) {
         if (endings.front() == ending) return format;
     }
     return FileFormat::other;
-}
-
-std::vector<SceneFileEnding> assimpFileEndings() {
-    const auto importer = makeImporter();
-    std::map<std::string, std::string> descriptions;
-    for (std::size_t i = 0; i < importer->GetImporterCount(); ++i) {
-        const aiImporterDesc* reader = importer->GetImporterInfo(i);
-        if (reader == nullptr) continue;
-        for (const std::string& ending : endingsOf(*reader)) {
-            std::string& description = descriptions[ending];
-            if (!description.empty()) description += ", ";
-            description += descriptionOf(*reader);
-        }
-    }
-    std::vector<SceneFileEnding> endings;
-    endings.reserve(descriptions.size());
-    for (auto& [ending, description] : descriptions)
-        endings.push_back({ending, std::move(description)});
-    return endings;
-}
-
-bool canReadWithAssimp(const std::filesystem::path& file) {
-    const std::string ending = lowerCase(utf8Path(file.extension()));
-    if (ending.size() < 2) return false;
-    return std::ranges::any_of(assimpFileEndings(),
-                               [&](const SceneFileEnding& known) { return "." + known.ending == ending; });
 }
 
 }  // namespace velinor

@@ -9,6 +9,8 @@
 
 #include "hosts/assimp/assimp_reader.h"
 
+struct aiImporterDesc;
+
 namespace Assimp {
 class Importer;
 }
@@ -39,6 +41,10 @@ struct SourceFile {
 // An importer of all formats but ASE, whatever the ending of a file: of that format the library loses too
 // much, and it crashes on damaged files.
 std::unique_ptr<Assimp::Importer> makeImporter();
+
+// What the library calls the format of one of its readers, and its endings in small letters.
+std::string formatName(const aiImporterDesc& reader);
+std::vector<std::string> endingsOf(const aiImporterDesc& reader);
 
 // The format of the file that `importer` read last.
 FileFormat formatLastRead(const Assimp::Importer& importer);

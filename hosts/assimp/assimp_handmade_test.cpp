@@ -522,12 +522,38 @@ TEST(AssimpEndings, AreKnownInAnyCase) {
     EXPECT_FALSE(canReadWithAssimp("room.scene.json"));
 }
 
-TEST(AssimpEndings, AreSortedAndDescribed) {
-    const auto endings = assimpFileEndings();
-    EXPECT_NE(std::ranges::find(endings, SceneFileEnding{"fbx", "Autodesk FBX"}), endings.end());
-    EXPECT_TRUE(std::ranges::is_sorted(endings, {}, &SceneFileEnding::ending));
-    for (const SceneFileEnding& ending : endings)
-        EXPECT_FALSE(ending.description.empty()) << ending.ending;
+TEST(AssimpFormats, AreSortedAndSayWhatIsLost) {
+    const auto formats = assimpFormats();
+    EXPECT_TRUE(std::ranges::is_sorted(formats, {}, &ReadableFormat::endings));
+    for (const ReadableFormat& format : formats) {
+        EXPECT_FALSE(format.name.empty());
+        EXPECT_FALSE(format.endings.empty()) << format.name;
+        EXPECT_FALSE(format.lost.empty()) << format.name;
+    }
+}
+
+// What is known of a format hangs on the library's name for it.
+TEST(AssimpFormats, HaveTheirOwnFacts) {
+    const std::pair<const char*, const char*> kExpected[] = {
+        {"Autodesk FBX", "the property Visibility (Show is taken), layers, selection"},
+        {"glTF2", "uses of a camera by all nodes but the last"},
+        {"glTF", "specular colours"},
+        {"Collada", "shapes of area lights"},
+        {"Wavefront Object", "the object of faces after a group that is opened again"},
+        {"Discreet 3DS", "the roll of cameras, and directions of animated ones"},
+        {"Direct3D XFile", "lights and cameras"},
+        {"Stereolithography (STL)", "all but the triangles of one mesh"},
+        {"Stanford Polygon Library (PLY)", "all but the triangles and texture coordinates of one mesh"},
+        {"OFF", "all but the triangles of one mesh"},
+        {"Blender 3D (http://www.blender3d.org)", "modifiers"},
+        {"Industry Foundation Classes (IFC)", "lights and cameras"},
+    };
+    const auto formats = assimpFormats();
+    for (const auto& [name, lost] : kExpected) {
+        const auto format = std::ranges::find(formats, name, &ReadableFormat::name);
+        ASSERT_NE(format, formats.end()) << name;
+        EXPECT_NE(std::ranges::find(format->lost, lost), format->lost.end()) << name;
+    }
 }
 
 }  // namespace

@@ -3,11 +3,11 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "base/progress.h"
 #include "hosts/import/import_notes.h"
+#include "hosts/import/readable_format.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
 namespace velinor {
@@ -28,18 +28,10 @@ struct AssimpOptions {
     std::vector<std::filesystem::path> assetFolders = {};
 };
 
-// A file ending that can be read, for help texts.
-struct SceneFileEnding {
-    std::string ending;       // in small letters, without the dot: "fbx"
-    std::string description;  // the name of the format: "Autodesk FBX"
+// The formats that can be read, by their endings.
+std::vector<ReadableFormat> assimpFormats();
 
-    bool operator==(const SceneFileEnding&) const = default;
-};
-
-// All endings, in alphabetical order.
-std::vector<SceneFileEnding> assimpFileEndings();
-
-// Whether the ending of `file` is one of them, in small or capital letters. The file need not exist.
+// Whether the ending of `file` is one of theirs, in small or capital letters. The file need not exist.
 bool canReadWithAssimp(const std::filesystem::path& file);
 
 // The scene in `file`: hierarchy, transforms in host space (lengths as they stand in the file), instances,

@@ -16,6 +16,10 @@ struct ImportNote {
     bool operator==(const ImportNote&) const = default;
 };
 
+// Said of a file whose format states its up axis.
+inline constexpr std::string_view kUpAxisIsStated =
+    "the up axis that was asked for has no effect: the format states its own";
+
 // Collects remarks in the order in which they arise. A reader writes to it, its caller shows it.
 class ImportNotes {
   public:

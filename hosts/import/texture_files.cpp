@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 #include "hosts/import/import_text.h"
 
@@ -62,7 +63,7 @@ bool isRegularFile(const fs::path& path) {
 
 // Without "." and "..", where that still names a file: behind a link it may not.
 fs::path tidied(const fs::path& path) {
-    const fs::path tidy = path.lexically_normal();
+    const fs::path tidy = normalPath(path);
     return isRegularFile(tidy) ? tidy : path;
 }
 
@@ -97,7 +98,7 @@ std::string shownFolders(const TextureFiles& files) {
 }  // namespace
 
 TextureFiles::TextureFiles(const fs::path& scene, TextureNames names, std::span<const fs::path> assetFolders)
-    : folder_(fs::absolute(scene).parent_path().lexically_normal()), isEncoded_(names == TextureNames::uris) {
+    : folder_(normalPath(fs::absolute(scene).parent_path())), isEncoded_(names == TextureNames::uris) {
     fs::path media = folder_ / scene.stem();
     media += ".fbm";
     searched_ = {folder_, media, folder_ / "textures", folder_ / "Textures", folder_ / "maps"};

@@ -1,5 +1,8 @@
 #include "hosts/max/max_objects.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "hosts/max/max_properties.h"
 #include "hosts/max/max_values.h"
 

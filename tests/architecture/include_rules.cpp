@@ -29,7 +29,7 @@ const std::vector<LibraryRule>& libraryRules() {
     static const std::vector<LibraryRule> rules{
         {"assimp/", {"hosts/assimp"}},
         {"cbor.h", {"hosts/snapshot"}},
-        {"re2/", {"scene"}},
+        {"re2/", {"scene", "cli"}},
         {"Eigen/", {"host/gmatrix.cpp"}},
         {"vips/", {"materials", "hosts/assimp"}},
         {"utf8.h", {"base"}},

@@ -49,6 +49,19 @@ TEST_F(ArgumentsTest, WrongOnesEndWithStatus2AndOneLine) {
         {"unknown snapshot ending",
          {"snapshot", "room.scene.json", "room.txt"},
          "use .scene.json or .scene.cbor"},
+        {"no axis",
+         {"inspect", "room.scene.json", "--up-axis", "Y"},
+         "\"Y\" is not an axis that can point up"},
+        {"no memory",
+         {"inspect", "room.scene.json", "--import-memory-limit", "0"},
+         "--import-memory-limit: \"0\" leaves nothing to read with"},
+        {"more memory than there can be",
+         {"inspect", "room.scene.json", "--import-memory-limit", "17592186044416"},
+         "is out of range"},
+        {"no time",
+         {"inspect", "room.scene.json", "--import-time-limit", "-1"},
+         "\"-1\" is not a whole number"},
+        {"argument of a command without any", {"formats", "fbx"}, "unexpected argument \"fbx\""},
         {"no package", {"check", "nowhere"}, "does not exist"},
         {"package is a file", {"check", "room.scene.json"}, "is no folder"},
     };
@@ -88,7 +101,8 @@ TEST_F(ArgumentsTest, HelpAndVersionGoToStandardOutput) {
                                                       {"export", "--help"},
                                                       {"inspect", "--help"},
                                                       {"snapshot", "--help"},
-                                                      {"check", "--help"}}) {
+                                                      {"check", "--help"},
+                                                      {"formats", "--help"}}) {
         const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, 0) << arguments.front();
         EXPECT_NE(result.out.find("tolvex"), std::string::npos) << arguments.front();

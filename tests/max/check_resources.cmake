@@ -6,6 +6,7 @@ if(NOT status EQUAL 0)
 endif()
 foreach(part
     "101 DIALOG"
+    "CAPTION L?\"Velinor Exporter\""
     "\n2 24 /\\* RT_MANIFEST"
     "Microsoft\\.Windows\\.Common-Controls"
     "FILEVERSION 1, 63"

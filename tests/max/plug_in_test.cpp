@@ -47,6 +47,13 @@ TEST(PlugIn, AnswersAsALibrary) {
     EXPECT_FALSE(plugIn().exports("CanAutoDefer"));
 }
 
+#ifdef _WIN32
+TEST(PlugIn, AsksForTheLanguageOfTheHostWhenItIsLoaded) {
+    ASSERT_NE(plugIn().classDesc(0), nullptr);
+    EXPECT_EQ(languagePackRequests(), 1);
+}
+#endif
+
 TEST(PlugIn, HasOneDescriptorForGood) {
     EXPECT_NE(plugIn().classDesc(0), nullptr);
     EXPECT_EQ(plugIn().classDesc(0), plugIn().classDesc(0));
