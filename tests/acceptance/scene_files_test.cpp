@@ -149,7 +149,7 @@ const std::vector<SceneFile>& sceneFiles() {
                     {u"nodes[73]", {-71.0181F, 20, -22.193F}},
                     {u"nodes[81]", {1005.9874F, -953.3456F, 766.3171F}}},
          .tolerance = 2e-3,
-         .meshFiles = meshesOfNodes({80, 78, 75, 72, 71, 70, 67, 66, 65, 64, 62, 61, 60, 59, 58,
+         .meshFiles = meshesOfNodes({80, 78, 74, 72, 71, 70, 67, 66, 65, 64, 62, 61, 60, 59, 58,
                                      57, 55, 53, 51, 50, 42, 41, 40, 12, 11, 9,  8,  6,  5}),
          .scripts = {"Material_16.material", "Material_17.material", "Material_18.material",
                      "Material_19.material", "Material_20.material", "Material_21.material",
@@ -359,7 +359,8 @@ class RealScene : public testing::TestWithParam<SceneFile> {
         }
     }
 
-    // Each node of the package stands where its node of the scene does.
+    // Each node of the package stands where its node of the scene does. Six decimals a level, and rows that
+    // are not quite at right angles, which a turn and a scale cannot be, leave a little.
     void expectScenePlacedInPackage() const {
         std::vector<PackageNode> nodes = readPackageNodes(package() / "index.jsx");
         std::erase_if(nodes, [](const PackageNode& node) { return node.isHelperLight; });
@@ -369,7 +370,7 @@ class RealScene : public testing::TestWithParam<SceneFile> {
             SCOPED_TRACE("node " + toUtf8(placed[i]->name));
             const host::Point3 position = placed[i]->worldTransform.Translation();
             const double size = std::abs(position.x) + std::abs(position.y) + std::abs(position.z);
-            expectNear(nodes[i].world.position, packagePoint(position), 1e-5 * size + 1e-5);
+            expectNear(nodes[i].world.position, packagePoint(position), 5e-5 * size + 1e-4);
             const std::int32_t type = placed[i]->object->type;
             EXPECT_EQ(nodes[i].mesh.empty(), type != IGameObject::IGAME_MESH);
             EXPECT_EQ(nodes[i].light.empty(), type != IGameObject::IGAME_LIGHT);
