@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::uint32_t kDefaultMutants = 40;
+constexpr std::uint32_t kDefaultMutants = 25;
 // So few seconds of processor time that a file which hangs costs the test little.
 const std::vector<std::string> kLimits{"--import-time-limit", "2"};
 // Far above the limit, for a machine that has much else to do: longer is as good as forever.
