@@ -1,0 +1,147 @@
+#include "tests/acceptance/scene_reading.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include "base/text.h"
+#include "hosts/snapshot/snapshot_io.h"
+#include "tests/support/run_command.h"
+
+namespace velinor {
+namespace {
+
+namespace fs = std::filesystem;
+
+template <typename Item>
+const Item& noSuch() {
+    static const Item none;
+    return none;
+}
+
+}  // namespace
+
+fs::path modelFile(const std::string& name) {
+    const fs::path file = fs::path(TOLVEX_TEST_MODELS) / name;
+    if (!fs::exists(file)) {
+        throw std::runtime_error(utf8Path(file) +
+                                 " is missing: install the package assimp-testmodels, or set "
+                                 "TOLVEX_TEST_MODELS to its folder of models");
+    }
+    return file;
+}
+
+fs::path acceptanceFile(const std::string& name) {
+    return fs::path(TOLVEX_ACCEPTANCE_FOLDER) / name;
+}
+
+std::string bytesOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return std::move(bytes).str();
+}
+
+SceneReading::SceneReading(const fs::path& file, const std::vector<std::string>& options) {
+    const fs::path snapshot = folder_.path() / "read.scene.json";
+    std::vector<std::string> arguments{"snapshot"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    arguments.insert(arguments.end(), {utf8Path(file), utf8Path(snapshot)});
+    const CommandResult result = runTolvex(arguments);
+    EXPECT_EQ(result.status, 0) << result.err;
+    said_ = result.err;
+    if (result.status == 0) scene_ = readSnapshot(bytesOf(snapshot), SnapshotEncoding::json, utf8Path(file));
+}
+
+const SnapshotNode& SceneReading::node(std::u16string_view name, int place) const {
+    for (const SnapshotNode& node : scene_.nodes) {
+        if (node.name == name && place-- == 0) return node;
+    }
+    complain("node", name);
+    return noSuch<SnapshotNode>();
+}
+
+std::u16string SceneReading::parentOf(const SnapshotNode& node) const {
+    const auto reference = static_cast<SnapshotRef>(&node - scene_.nodes.data());
+    for (const SnapshotNode& parent : scene_.nodes) {
+        if (std::ranges::find(parent.children, reference) != parent.children.end()) return parent.name;
+    }
+    return {};
+}
+
+std::size_t SceneReading::countOfType(std::int32_t type) const {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        scene_.nodes, [type](const SnapshotNode& node) { return node.object && node.object->type == type; }));
+}
+
+const SnapshotMesh& SceneReading::meshOf(const SnapshotNode& node) const {
+    if (node.object && node.object->mesh) return scene_.meshes.at(*node.object->mesh);
+    complain("mesh of node", node.name);
+    return noSuch<SnapshotMesh>();
+}
+
+std::size_t SceneReading::triangles() const {
+    std::size_t count = 0;
+    for (const SnapshotMesh& mesh : scene_.meshes)
+        count += mesh.faces.size();
+    return count;
+}
+
+std::size_t SceneReading::trianglesWithId(const SnapshotMesh& mesh, std::uint16_t id) {
+    return static_cast<std::size_t>(std::ranges::count(mesh.materialIds, id));
+}
+
+const SnapshotMaterial& SceneReading::material(std::u16string_view name) const {
+    const auto found = std::ranges::find(scene_.materials, name, &SnapshotMaterial::name);
+    if (found != scene_.materials.end()) return *found;
+    complain("material", name);
+    return noSuch<SnapshotMaterial>();
+}
+
+const SnapshotMaterial& SceneReading::materialOf(const SnapshotNode& node) const {
+    if (node.material) return scene_.materials.at(*node.material);
+    complain("material of node", node.name);
+    return noSuch<SnapshotMaterial>();
+}
+
+std::u16string SceneReading::bitmap(std::optional<SnapshotRef> map) const {
+    while (map && !scene_.maps.at(*map).subMaps.empty())
+        map = scene_.maps[*map].subMaps.front();
+    return map ? scene_.maps.at(*map).bitmap : u"";
+}
+
+std::u16string SceneReading::bitmapOfParameter(const SnapshotMaterial& of, std::u16string_view name) const {
+    return bitmap(parameter<SnapshotMapProperty>(of, name).map);
+}
+
+std::u16string SceneReading::bitmapOfSlot(const SnapshotMaterial& of, std::int32_t slot) const {
+    const auto found = std::ranges::find(of.textureMaps, slot, &SnapshotTextureMap::slot);
+    if (found != of.textureMaps.end()) return bitmap(found->map);
+    complain("map of that slot of material", of.name);
+    return {};
+}
+
+fs::path SceneReading::fileOf(std::u16string_view bitmap) const {
+    return folder_.path() / pathOfUtf8(toUtf8(bitmap));
+}
+
+const SnapshotProperty* SceneReading::findProperty(const SnapshotMaterial& of, std::u16string_view name) {
+    const auto found = std::ranges::find(of.properties, name, &SnapshotProperty::name);
+    return found == of.properties.end() ? nullptr : &*found;
+}
+
+void SceneReading::complain(const char* what, std::u16string_view name) {
+    ADD_FAILURE() << "no such " << what << ": " << toUtf8(name);
+}
+
+float determinant(const SnapshotNode& node) {
+    const host::GMatrix& m = node.worldTransform;
+    return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
+           m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
+           m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
+}
+
+}  // namespace velinor
