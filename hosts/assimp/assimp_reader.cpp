@@ -24,6 +24,7 @@
 #include "hosts/assimp/assimp_nodes.h"
 #include "hosts/assimp/assimp_preflight.h"
 #include "hosts/assimp/assimp_text.h"
+#include "hosts/assimp/unread_parts.h"
 #include "hosts/snapshot/scene_error.h"
 
 namespace velinor {
@@ -245,6 +246,7 @@ SceneSnapshot read(const std::filesystem::path& file, SourceFile& source, const 
                    Progress& progress, ImportNotes& notes) {
     const std::unique_ptr<aiScene> loaded = load(file, source, progress);
     refuseEmpty(*loaded, source);
+    noteUnreadParts(source, notes);
     const SpaceRule rule = spaceRuleOf(*loaded, source, options.upAxis, notes);
     SceneSnapshot scene = Assembly(*loaded, source, rule, options, progress, notes).assemble();
     refuseNameless(scene, source);
