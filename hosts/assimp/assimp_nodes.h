@@ -19,6 +19,7 @@ struct FileNode {
     const aiNode* node = nullptr;
     std::optional<std::uint32_t> parent;  // an earlier entry of the list; absent: a top-level node
     ColumnMatrix nodeToFile;
+    bool isTransformBad = false;  // its own matrix has numbers that are not finite, and is taken for none
 };
 
 // All nodes, every child before its parent, children in the order of the file. Throws SceneError where the
