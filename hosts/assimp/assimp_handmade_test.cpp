@@ -533,6 +533,22 @@ TEST_F(AssimpFiles, ColladaCamerasThatLookAlongHostYAreUpright) {
     }
 }
 
+TEST_F(AssimpFiles, ColladaMayHaveXUp) {
+    const ReadScene read = this->read("a.dae", colladaCamera("X_UP", "1 0 0 5 0 1 0 0 0 0 1 0 0 0 0 1"));
+    expectRow(read.node(u"C [a: 1]").worldTransform[3], 0, 0, 5, 1e-5F);
+}
+
+TEST_F(AssimpFiles, WhatTheLibraryDoesNotReadOfAColladaFileIsTold) {
+    std::string text = colladaCamera("Z_UP", "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1");
+    text.insert(text.find("</node>"), R"(<extra><technique profile="FCOLLADA"><visibility>0.0</visibility>
+        <user_properties>qv_wt_res_w = 5</user_properties></technique></extra>)");
+    const ReadScene read = this->read("a.dae", text);
+    const std::string file = utf8Path(folder_.path() / "a.dae");
+    EXPECT_TRUE(read.node(u"C [a: 1]").userProperties.empty());
+    EXPECT_TRUE(read.isNoted(file, "user properties are left out"));
+    EXPECT_TRUE(read.isNoted(file, "1 node is hidden"));
+}
+
 TEST_F(AssimpFiles, NamesThatAreNoUtf8AreWindows1252) {
     const ReadScene read = this->read("a.obj", "o Sch\xF6n \x80\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     ASSERT_EQ(read.scene.nodes.size(), 1U);

@@ -104,7 +104,8 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
 
 std::u16string nodeName(const FileNode& node, const SourceFile& file) {
     const aiString& name = node.node->mName;
-    if (node.node->mParent == nullptr && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
+    const bool standsForFile = node.node->mParent == nullptr || file.format == FileFormat::upright;
+    if (standsForFile && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
     if (!file.isAsciiFbx) return hostName(name);
     return hostName(aiString(decodeFbxEntities(textOf(name))));
 }

@@ -32,7 +32,8 @@ std::vector<const aiNode*> nodesInPostOrder(const aiScene& scene, const SourceFi
 std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, const SpaceRule& rule,
                                  const NodeDevices& devices);
 
-// The name of a scene node. A root without a name of its own is called after the file.
+// The name of a scene node. A root without a name of its own is called after the file, and so is a mesh of
+// STL and its like, which mostly have one mesh and no names.
 std::u16string nodeName(const FileNode& node, const SourceFile& file);
 
 }  // namespace velinor

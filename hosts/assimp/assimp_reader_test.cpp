@@ -217,6 +217,27 @@ TEST_F(AssimpModels, ObjGroupsBecomeNodes) {
               (std::vector<std::u16string>{u"Skin", u"Brusttex", u"HLeibTex", u"BeinTex", u"Augentex"}));
 }
 
+TEST_F(AssimpModels, StlStandsAsItIsAndIsCalledAfterItsFile) {
+    const ReadScene read = readModel("STL/3DSMaxExport.STL");
+    expectSound(read);
+    ASSERT_EQ(read.scene.nodes.size(), 1U);
+    expectUnrotated(read.node(u"3DSMaxExport"));
+    EXPECT_EQ(read.triangles(), 2000U);
+}
+
+TEST_F(AssimpModels, XOfMaxStandsUpright) {
+    // The same box as COLLADA in inches; this file is in metres.
+    const ReadScene read = readModel("X/kwxport_test_cubewithvcolors.x");
+    expectSound(read);
+    const SnapshotNode& box = read.node(u"Box01");
+    expectUnrotated(box);
+    expectAt(box, 0, 0, -0.492126F, 1e-5F);
+    const host::Box3 extent = boxOf(read.meshOf(box));
+    EXPECT_NEAR(extent.pmin.z, 0, 1e-5F);
+    EXPECT_NEAR(extent.pmax.z, 0.984252F, 1e-5F);
+    EXPECT_TRUE(read.isNoted(utf8Path(models() / "X/kwxport_test_cubewithvcolors.x"), "vertex colours"));
+}
+
 // A scene of that format is none of the library's business, even under another name.
 TEST_F(AssimpModels, AseIsNotRead) {
     EXPECT_FALSE(canReadWithAssimp("room.ase"));

@@ -11,8 +11,9 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <string_view>
+
+#include "hosts/assimp/file_pieces.h"
 
 namespace velinor {
 namespace {
@@ -21,7 +22,6 @@ using std::string_view_literals::operator""sv;
 
 // No mark with what belongs to it is longer.
 constexpr std::size_t kLongestMark = 256;
-constexpr std::size_t kPiece = std::size_t{1} << 20U;
 
 constexpr std::string_view kTextCurve = "\"AnimCurve::"sv;
 constexpr std::string_view kBinaryCurve = "\0\1AnimCurveS"sv;
@@ -31,15 +31,6 @@ constexpr std::string_view kTextLayer = "\", \"DisplayLayer\" {"sv;
 constexpr std::string_view kBinaryLayer = "\0\1DisplayLayerS"sv;
 constexpr std::string_view kTextVisibility = "P: \"Visibility\", \"Visibility\", \""sv;
 constexpr std::string_view kBinaryVisibility = "S\12\0\0\0VisibilityS\12\0\0\0VisibilityS"sv;
-
-// How often `mark` begins within the first `end` bytes, where `isMeant` says so of what follows it.
-template <typename IsMeant>
-std::size_t countOf(std::string_view bytes, std::size_t end, std::string_view mark, IsMeant isMeant) {
-    std::size_t count = 0;
-    for (std::size_t at = bytes.find(mark); at < end; at = bytes.find(mark, at + mark.size()))
-        count += isMeant(bytes.substr(at + mark.size())) ? 1 : 0;
-    return count;
-}
 
 // `", "A",0`: a text, and a number up to the end of the line.
 bool isZeroInText(std::string_view rest) {
@@ -77,26 +68,18 @@ void addMarks(std::string_view bytes, std::size_t end, FbxMarks& marks) {
     const auto isThere = [&](std::string_view mark) { return bytes.find(mark) < end; };
     marks.hasAnimation = marks.hasAnimation || isThere(kTextCurve) || isThere(kBinaryCurve);
     marks.hasSkin = marks.hasSkin || isThere(kTextCluster) || isThere(kBinaryCluster);
-    marks.displayLayers += countOf(bytes, end, kTextLayer, any) + countOf(bytes, end, kBinaryLayer, any);
-    marks.hiddenNodes += countOf(bytes, end, kTextVisibility, isZeroInText) +
-                         countOf(bytes, end, kBinaryVisibility, isZeroInBinary);
+    marks.displayLayers +=
+        countMarks(bytes, end, kTextLayer, any) + countMarks(bytes, end, kBinaryLayer, any);
+    marks.hiddenNodes += countMarks(bytes, end, kTextVisibility, isZeroInText) +
+                         countMarks(bytes, end, kBinaryVisibility, isZeroInBinary);
 }
 
 }  // namespace
 
 FbxMarks readFbxMarks(std::istream& file) {
     FbxMarks marks;
-    std::string bytes;
-    while (file) {
-        const std::size_t kept = bytes.size();
-        bytes.resize(kept + kPiece);
-        file.read(bytes.data() + kept, kPiece);
-        bytes.resize(kept + static_cast<std::size_t>(file.gcount()));
-        // A mark that may go on in the next piece is left to it.
-        const std::size_t end = file ? bytes.size() - kLongestMark : bytes.size();
-        addMarks(bytes, end, marks);
-        bytes.erase(0, end);
-    }
+    readInPieces(file, kLongestMark,
+                 [&marks](std::string_view bytes, std::size_t end) { addMarks(bytes, end, marks); });
     return marks;
 }
 

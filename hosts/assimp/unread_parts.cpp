@@ -3,6 +3,7 @@
 #include <fstream>
 #include <string>
 
+#include "hosts/assimp/collada_marks.h"
 #include "hosts/assimp/fbx_marks.h"
 #include "hosts/assimp/obj_marks.h"
 
@@ -28,6 +29,18 @@ void noteFbx(const FbxMarks& marks, const std::string& shown, ImportNotes& notes
     }
 }
 
+void noteCollada(const ColladaMarks& marks, const std::string& shown, ImportNotes& notes) {
+    if (marks.hasUserProperties) {
+        notes.add(shown,
+                  "user properties are left out: they are not read from COLLADA files; put what matters into "
+                  "brackets behind the node's name");
+    }
+    if (marks.hiddenNodes != 0) {
+        notes.add(shown, counted(marks.hiddenNodes, "node is", "nodes are") +
+                             " hidden, which is not read from COLLADA files; they are taken for shown");
+    }
+}
+
 void noteObj(const ObjMarks& marks, const std::string& shown, ImportNotes& notes) {
     if (marks.hasSmoothing) {
         notes.add(shown,
@@ -48,6 +61,7 @@ void noteUnreadParts(const SourceFile& file, ImportNotes& notes) {
     std::ifstream stream(file.path, std::ios::binary);
     if (!stream) return;
     if (file.format == FileFormat::fbx) noteFbx(readFbxMarks(stream), file.shown, notes);
+    if (file.format == FileFormat::collada) noteCollada(readColladaMarks(stream), file.shown, notes);
     if (file.format == FileFormat::obj) noteObj(readObjMarks(stream), file.shown, notes);
 }
 
