@@ -138,6 +138,7 @@ class MeshReader {
         if (keyword == "MESH_VERTEX_LIST") return readVertices();
         if (keyword == "MESH_FACE_LIST") return readFaces();
         if (keyword == "MESH_MAPPINGCHANNEL") return readChannel();
+        if (keyword == "MESH_CVERTLIST") result_.hasVertexColours = true;
         if (keyword == "MESH_NORMALS" && objectToWorld_.IsMirrored()) return readFaceNormals();
         readChannelPart(keyword, channels_[1]);
     }

@@ -16,6 +16,7 @@ struct AseMesh {
     std::size_t badVertices = 0;     // that are no finite points
     std::size_t lostFaces = 0;       // left out, since they use such vertices
     std::size_t badMapVertices = 0;  // of all channels; taken as (0, 0, 0)
+    bool hasVertexColours = false;   // they are passed over
     bool isTurned = false;           // the corners of every face were put into the opposite order
 };
 

@@ -82,7 +82,7 @@ TEST(AseMesh, AChannelMayHaveVerticesAndNoFaces) {
     EXPECT_TRUE(mesh.maps.at(1).faces.empty());
 }
 
-TEST(AseMesh, VertexColoursAndTheMeshesOfAnAnimationArePassedOver) {
+TEST(AseMesh, VertexColoursAndTheMeshesOfAnAnimationArePassedOverAndTold) {
     const std::string colours =
         "*MESH_NUMCVERTEX 1\n*MESH_CVERTLIST {\n*MESH_VERTCOL 0 1 1 1\n}\n*MESH_NUMCVFACES 1\n"
         "*MESH_CFACELIST {\n*MESH_CFACE 0 0 0 0\n}\n";
@@ -90,6 +90,10 @@ TEST(AseMesh, VertexColoursAndTheMeshesOfAnAnimationArePassedOver) {
     const ReadAse read = readAseText(kAseHeader + aseMeshObject("A", aseTriangle(colours), animation));
     EXPECT_EQ(read.mesh(u"A"), meshOf(aseTriangle()));
     EXPECT_EQ(read.notesOf("room.ase", "animations are left out"), 1);
+    EXPECT_EQ(read.notesOf("room.ase", "1 mesh (\"A\") has vertex colours"), 1);
+    EXPECT_EQ(readAseText(kAseHeader + aseMeshObject("A", aseTriangle("*MESH_NUMCVERTEX 0\n")))
+                  .notesOf("room.ase", "vertex colours"),
+              0);
 }
 
 TEST(AseMesh, ABrokenListIsRefusedAtItsPlace) {
@@ -200,7 +204,8 @@ TEST(AseMesh, VerticesThatAreNoPointsTakeTheirFacesWithThem) {
     EXPECT_THAT(found.materialIds, ElementsAre(2));
     EXPECT_THAT(found.maps.at(1).vertices, ElementsAre(Point3{0, 0, 0}, Point3{1, 1, 1}));
     EXPECT_THAT(found.maps.at(1).faces, ElementsAre(FaceIndices{1, 0, 1}));
-    EXPECT_EQ(read.notesOf("A", "1 vertices are not finite numbers, and the 1 faces"), 1);
+    EXPECT_EQ(read.notesOf("room.ase", "1 mesh (\"A\") has 1 triangles with coordinates that are not finite"),
+              1);
     EXPECT_EQ(read.notesOf("A", "1 texture coordinates are not finite numbers"), 1);
 }
 

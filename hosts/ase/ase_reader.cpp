@@ -14,6 +14,7 @@
 #include "hosts/ase/ase_object.h"
 #include "hosts/ase/ase_text.h"
 #include "hosts/import/import_text.h"
+#include "hosts/import/scene_losses.h"
 #include "hosts/snapshot/scene_error.h"
 
 namespace velinor {
@@ -117,11 +118,8 @@ class Assembly {
     void addMesh(AseMesh read, SnapshotNode& node) {
         node.object->mesh = static_cast<SnapshotRef>(scene_.meshes.size());
         scene_.meshes.push_back(std::move(read.mesh));
-        if (read.badVertices > 0) {
-            notes_.add(nameOf(node),
-                       std::to_string(read.badVertices) + " vertices are not finite numbers, and the " +
-                           std::to_string(read.lostFaces) + " faces that use them are left out");
-        }
+        if (read.hasVertexColours) losses_.add(SceneLoss::vertexColours, nameOf(node));
+        if (read.lostFaces > 0) losses_.add(SceneLoss::infiniteTriangles, nameOf(node), read.lostFaces);
         if (read.badMapVertices > 0) {
             notes_.add(nameOf(node), std::to_string(read.badMapVertices) +
                                          " texture coordinates are not finite numbers; they become 0");
@@ -156,6 +154,7 @@ class Assembly {
 
     void addNotes() {
         materials_.addNotes(shown_);
+        losses_.writeTo(notes_, shown_);
         if (isAnimated_)
             notes_.add(shown_, "animations are left out: the scene stands as at its first frame");
         if (text_.isCodePage()) {
@@ -196,6 +195,7 @@ class Assembly {
     AseHierarchy hierarchy_;
     std::vector<NumberOfNode> materialNumbers_;
     std::set<std::string> unknown_;
+    SceneLosses losses_;
     bool isAnimated_ = false;
 };
 

@@ -5,6 +5,9 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <string>
+
+#include "hosts/assimp/assimp_metadata.h"
 
 namespace velinor {
 namespace {
@@ -25,13 +28,12 @@ SpaceRule yUpRule() {
 }
 
 // The unit vector that the metadata NAME (0 to 2) and NAMESign name, or nothing.
-std::optional<Vector> axisOf(const aiMetadata& data, const char* name) {
-    std::int32_t axis = 0;
-    std::int32_t sign = 1;
-    if (!data.Get(name, axis) || axis < 0 || axis > 2) return std::nullopt;
-    data.Get(std::string(name) + "Sign", sign);
+std::optional<Vector> axisOf(const aiMetadata* data, const std::string& name) {
+    const auto axis = metadataValue<std::int32_t>(data, name);
+    const auto sign = metadataValue<std::int32_t>(data, name + "Sign");
+    if (!axis || *axis < 0 || *axis > 2) return std::nullopt;
     Vector vector;
-    vector[static_cast<unsigned>(axis)] = sign < 0 ? -1 : 1;
+    vector[static_cast<unsigned>(*axis)] = sign.value_or(1) < 0 ? -1 : 1;
     return vector;
 }
 
@@ -39,10 +41,9 @@ std::optional<Vector> axisOf(const aiMetadata& data, const char* name) {
 // Z-up and puts a rotation into its top-level nodes, which this undoes.
 SpaceRule fbxRule(const aiScene& scene) {
     const SpaceRule usual{yUpToZUp(), false, false};
-    if (scene.mMetaData == nullptr) return usual;
-    const auto right = axisOf(*scene.mMetaData, "CoordAxis");
-    const auto front = axisOf(*scene.mMetaData, "FrontAxis");
-    const auto up = axisOf(*scene.mMetaData, "UpAxis");
+    const auto right = axisOf(scene.mMetaData, "CoordAxis");
+    const auto front = axisOf(scene.mMetaData, "FrontAxis");
+    const auto up = axisOf(scene.mMetaData, "UpAxis");
     if (!right || !front || !up) return usual;
     const auto& r = *right;
     const auto& f = *front;
@@ -73,7 +74,8 @@ bool isNear(const ColumnMatrix& a, const ColumnMatrix& b) {
 SpaceRule colladaRule(const aiScene& scene) {
     const ColumnMatrix root = unscaled(scene.mRootNode->mTransformation);
     if (isNear(root, zUpToYUp())) return {{}, false, true};
-    if (isNear(root, {})) return {yUpToZUp(), true, true};
+    const bool isRotation = std::abs(root.Determinant() - 1) < 1e-3;  // of anything but numbers it is none
+    if (isNear(root, {}) || !isRotation) return {yUpToZUp(), true, true};
     return {yUpToZUp() * root, false, true};  // X_UP
 }
 
@@ -164,7 +166,9 @@ host::GMatrix viewToWorld(const ColumnMatrix& toHost, const aiVector3D& position
     if (!normalise(z)) z = Vector(0, 0, 1);
     const Vector y = upAcross(z, turned(toHost, up.SquareLength() > 0 ? up : aiVector3D(0, 1, 0)));
     const Vector x = y ^ z;
-    const Vector moved = turned(toHost, position) + Vector(toHost.a4, toHost.b4, toHost.c4);
+    const bool hasPosition = std::isfinite(position.x + position.y + position.z);
+    const Vector moved =
+        turned(toHost, hasPosition ? position : aiVector3D()) + Vector(toHost.a4, toHost.b4, toHost.c4);
     host::GMatrix world(rowOf(x.x, x.y, x.z, 0), rowOf(y.x, y.y, y.z, 0), rowOf(z.x, z.y, z.z, 0),
                         rowOf(moved.x, moved.y, moved.z, 1));
     for (int row = 0; row < 3; ++row)

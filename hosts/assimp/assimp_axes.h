@@ -38,7 +38,7 @@ host::GMatrix objectToWorld(const ColumnMatrix& nodeToFile, const SpaceRule& rul
 
 // The matrix of a light or a camera that stands at `position` and looks along `direction`, all in a space
 // that `toHost` takes to host space: local -Z looks, local +Y points up as far as it can. No scale. A zero
-// `direction` looks along -Z of that space, a zero `up` is its +Y.
+// `direction` looks along -Z of that space, a zero `up` is its +Y; one that is not finite counts as zero.
 host::GMatrix viewToWorld(const ColumnMatrix& toHost, const aiVector3D& position, const aiVector3D& direction,
                           const aiVector3D& up);
 

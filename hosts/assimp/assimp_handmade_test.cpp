@@ -83,7 +83,8 @@ TEST_F(AssimpFiles, GltfExtrasThatAreIntegersBecomeUserProperties) {
               (std::map<std::u16string, std::int32_t>{
                   {u"qv_wt_res_w", 1024}, {u"minus", -4}, {u"yes", 1}, {u"whole", 7}}));
     EXPECT_TRUE(read.node(u"other").userProperties.empty());
-    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "5 user properties"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"),
+                             "1 node (\"A\") has 5 user properties that are no 32-bit integers"));
 }
 
 TEST_F(AssimpFiles, FbxUserPropertiesOfMaxAreTheLinesThatAreIntegers) {
@@ -197,6 +198,7 @@ TEST_F(AssimpFiles, FbxLightsOfOneNameStayApart) {
     EXPECT_EQ(*read.node(u"L", 0).object->light, (host::LightState{host::DIRECT_LGT, {0.5F, 0.25F, 0}, 1}));
     EXPECT_EQ(*read.node(u"L", 1).object->light, (host::LightState{host::SPOT_LGT, {1, 0.5F, 0}, 1}));
     expectAt(read.node(u"L", 1), 1, 2, 4, 1e-6F);
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.fbx"), "1 node (\"L\") has a light brighter than"));
     // FBX lights shine along their -Y, the host's along the -Z of their matrix.
     expectRow(read.node(u"L", 0).worldTransform[2], 0, 1, 0, 1e-6F);
     expectRow(read.node(u"L", 0).worldTransform[1], 0, 0, -1, 1e-6F);
@@ -212,6 +214,48 @@ TEST_F(AssimpFiles, GltfVisibilityHidesANode) {
     EXPECT_FALSE(read.node(u"B").hidden);
     EXPECT_FALSE(read.node(u"C").hidden);
     EXPECT_TRUE(read.node(u"A").userProperties.empty());
+}
+
+TEST_F(AssimpFiles, WhatIsBelowAHiddenNodeOfGltfIsHiddenToo) {
+    const ReadScene read = this->read(
+        "a.gltf",
+        gltf(R"("extensionsUsed":["KHR_node_visibility"],"scene":0,"scenes":[{"nodes":[0]}],"nodes":[
+        {"name":"A","children":[1,2]},
+        {"name":"B","children":[3],"extensions":{"KHR_node_visibility":{"visible":false}}},{"name":"C"},
+        {"name":"D","extensions":{"KHR_node_visibility":{"visible":true}}}])"));
+    EXPECT_FALSE(read.node(u"A").hidden);
+    EXPECT_FALSE(read.node(u"C").hidden);
+    EXPECT_TRUE(read.node(u"B").hidden);
+    EXPECT_TRUE(read.node(u"D").hidden);
+}
+
+TEST_F(AssimpFiles, GltfNodesWithoutNamesAreCalledByTheirNumbers) {
+    const ReadScene read =
+        this->read("a.gltf", gltf(R"("scene":0,"scenes":[{"nodes":[0,1]}],"nodes":[{},{"name":""}])"));
+    ASSERT_EQ(read.scene.nodes.size(), 2U);
+    EXPECT_EQ(read.scene.nodes[0].name, u"nodes[0]");
+    EXPECT_EQ(read.scene.nodes[1].name, u"nodes[1]");
+}
+
+TEST_F(AssimpFiles, AUserPropertyThatASnapshotCannotHoldIsTold) {
+    const ReadScene read = this->read(
+        "a.gltf",
+        gltf(R"("scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"A","extras":{"extras":1,"k":2}}])"));
+    EXPECT_EQ(faultOf(read.scene), "");
+    EXPECT_EQ(read.node(u"A").userProperties, (std::map<std::u16string, std::int32_t>{{u"k", 2}}));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "a user property \"extras\""));
+}
+
+TEST_F(AssimpFiles, ATransformThatIsNotFiniteIsLeftOutAndTold) {
+    const ReadScene read = this->read("a.gltf", gltf(R"("scene":0,"scenes":[{"nodes":[0]}],"nodes":[
+        {"name":"A","translation":[1e39,0,0],"children":[1,2]},{"name":"B","translation":[1,0,0]},
+        {"name":"C","translation":[3e38,0,0],"scale":[3e38,1,1],"children":[3]},
+        {"name":"D","translation":[3e38,0,0]}])"));
+    EXPECT_EQ(faultOf(read.scene), "");
+    for (const SnapshotNode& node : read.scene.nodes)
+        EXPECT_TRUE(node.worldTransform.IsFinite()) << toUtf8(node.name);
+    expectAt(read.node(u"B"), 1, 0, 0, 0);
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "2 nodes (\"A\", \"D\") have a transform"));
 }
 
 TEST_F(AssimpFiles, GltfIsTurnedUprightWithItsVertices) {
@@ -340,6 +384,8 @@ TEST_F(AssimpFiles, PointsAndLinesOnlyAreASpline) {
     EXPECT_EQ(read.node(u"lines").object->boundingBox->pmax, (host::Point3{1, 0, 1}));
     EXPECT_EQ(read.type(u"mixed"), IGameObject::IGAME_MESH);
     EXPECT_EQ(read.triangles(), 1U);
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"),
+                             "1 mesh (\"mixed\") has 3 lines or points beside triangles"));
 }
 
 TEST_F(AssimpFiles, TrianglesWithACornerTwiceAreLeftOutAndCounted) {
@@ -359,7 +405,8 @@ TEST_F(AssimpFiles, TrianglesWithACornerTwiceAreLeftOutAndCounted) {
     const ReadScene read = this->read("a.gltf", text);
     EXPECT_EQ(read.meshOf(read.node(u"A")).faces, (std::vector<FaceIndices>{{0, 1, 2}}));
     EXPECT_EQ(read.meshOf(read.node(u"A")).vertices.size(), 3U) << "the vertex that no triangle uses";
-    EXPECT_TRUE(read.isNoted("M", "1 triangles with a corner twice"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"),
+                             "1 mesh (\"A\") has 1 triangles with a corner twice"));
 }
 
 TEST_F(AssimpFiles, GltfLightsHaveTypesColoursAndOneNodeOrMore) {
@@ -381,6 +428,8 @@ TEST_F(AssimpFiles, GltfLightsHaveTypesColoursAndOneNodeOrMore) {
     EXPECT_EQ(light(u"sun"), (host::LightState{host::DIRECT_LGT, {0.5F, 0.25F, 0}, 1}))
         << "not brighter than 1";
     EXPECT_EQ(light(u"same sun"), light(u"sun"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"),
+                             "2 nodes (\"spot\", \"point\") have a light brighter than"));
     EXPECT_EQ(read.type(u"none"), IGameObject::IGAME_HELPER);
     expectAt(read.node(u"point"), 1, -3, 2, 0);
     // glTF lights shine along their -Z, which is host +Y; the host's along the -Z of their matrix.
@@ -397,6 +446,63 @@ TEST_F(AssimpFiles, AnUnturnedGltfCameraLooksAlongHostYUpright) {
     expectRow(world[1], 0, 0, 1, 0);
     expectRow(world[2], 0, -1, 0, 0);
     expectRow(world[3], 1, -3, 2, 0);
+}
+
+TEST_F(AssimpFiles, AGltfLightBesideAMeshIsTold) {
+    const ReadScene read = this->read(
+        "a.gltf", gltf(std::string(kOneMesh) + R"("extensionsUsed":["KHR_lights_punctual"],"extensions":
+        {"KHR_lights_punctual":{"lights":[{"type":"point"}]}},"scene":0,"scenes":[{"nodes":[0]}],
+        "nodes":[{"name":"A","mesh":0,"extensions":{"KHR_lights_punctual":{"light":0}}}])"));
+    EXPECT_EQ(read.type(u"A"), IGameObject::IGAME_MESH);
+    EXPECT_TRUE(
+        read.isNoted(utf8Path(folder_.path() / "a.gltf"), "1 node (\"A\") has a light beside a mesh"));
+}
+
+TEST_F(AssimpFiles, WhatMeshesHaveBeyondTrianglesIsToldByTheirNodes) {
+    const ReadScene read = this->read("a.gltf", gltf(R"("meshes":[{"primitives":[
+        {"attributes":{"POSITION":0,"COLOR_0":0},"indices":1,"targets":[{"POSITION":0}]},
+        {"attributes":{"POSITION":0,"COLOR_0":0},"indices":2}]}],"scene":0,"scenes":[{"nodes":[0,1]}],
+        "nodes":[{"name":"A","mesh":0},{"name":"B","mesh":0}])"));
+    const std::string file = utf8Path(folder_.path() / "a.gltf");
+    EXPECT_TRUE(read.isNoted(file, "1 mesh (\"A\") has vertex colours"));
+    EXPECT_TRUE(read.isNoted(file, "1 mesh (\"A\") has morph targets"));
+    EXPECT_EQ(read.notes.notes().size(), 2U);
+}
+
+TEST_F(AssimpFiles, GltfMaterialsWithTwoSidesOrWithoutShadingAreTold) {
+    const ReadScene read = this->read("a.gltf", gltf(R"("extensionsUsed":["KHR_materials_unlit"],"materials":[
+        {"name":"two","doubleSided":true},{"name":"flat","extensions":{"KHR_materials_unlit":{}}},{"name":"plain"}],
+        "meshes":[{"primitives":[{"attributes":{"POSITION":0},"indices":1,"material":0},
+        {"attributes":{"POSITION":0},"indices":1,"material":1},{"attributes":{"POSITION":0},"indices":1,"material":2}]}],
+        "scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"A","mesh":0}])"));
+    const std::string file = utf8Path(folder_.path() / "a.gltf");
+    EXPECT_TRUE(read.isNoted(file, "1 material (\"two\") has two sides"));
+    EXPECT_TRUE(read.isNoted(file, "1 material (\"flat\") has no shading"));
+}
+
+TEST_F(AssimpFiles, WhatTheLibraryDoesNotReadOfAnFbxFileIsTold) {
+    const ReadScene read = this->read(
+        "a.fbx",
+        fbx("\tAnimationCurve: 9, \"AnimCurve::\", \"\" {\n\t}\n"
+            "\tCollectionExclusive: 7, \"DisplayLayer::a\", \"DisplayLayer\" {\n\t}\n" +
+                fbxModel(100, "A", "Null", "\t\t\tP: \"Visibility\", \"Visibility\", \"\", \"A\",0\n"),
+            "\tC: \"OO\",100,0\n"));
+    const std::string file = utf8Path(folder_.path() / "a.fbx");
+    EXPECT_FALSE(read.node(u"A").hidden);
+    EXPECT_TRUE(read.isNoted(file, "animations are left out"));
+    EXPECT_TRUE(read.isNoted(file, "1 node is hidden by the property \"Visibility\""));
+    EXPECT_TRUE(read.isNoted(file, "1 display layer is left out"));
+    EXPECT_EQ(read.notes.notes().size(), 3U);
+}
+
+TEST_F(AssimpFiles, WhatTheLibraryDoesNotReadOfAnObjFileIsTold) {
+    const ReadScene read = this->read("a.obj",
+                                      "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\no A\ns 1\nf 1 2 3\no B\nf 1 2 4\n"
+                                      "o A\nf 2 3 4\n");
+    const std::string file = utf8Path(folder_.path() / "a.obj");
+    EXPECT_EQ(read.meshOf(read.node(u"B")).faces.size(), 2U) << "one of them is A's";
+    EXPECT_TRUE(read.isNoted(file, "1 object (\"A\") of which the file has several pieces"));
+    EXPECT_TRUE(read.isNoted(file, "smoothing groups are left out"));
 }
 
 // A COLLADA scene of one node with a camera.
@@ -425,6 +531,22 @@ TEST_F(AssimpFiles, ColladaCamerasThatLookAlongHostYAreUpright) {
         expectRow(world[2], 0, -1, 0, 1e-6F);
         expectRow(world[3], 1, 2, 3, 1e-5F);
     }
+}
+
+TEST_F(AssimpFiles, ColladaMayHaveXUp) {
+    const ReadScene read = this->read("a.dae", colladaCamera("X_UP", "1 0 0 5 0 1 0 0 0 0 1 0 0 0 0 1"));
+    expectRow(read.node(u"C [a: 1]").worldTransform[3], 0, 0, 5, 1e-5F);
+}
+
+TEST_F(AssimpFiles, WhatTheLibraryDoesNotReadOfAColladaFileIsTold) {
+    std::string text = colladaCamera("Z_UP", "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1");
+    text.insert(text.find("</node>"), R"(<extra><technique profile="FCOLLADA"><visibility>0.0</visibility>
+        <user_properties>qv_wt_res_w = 5</user_properties></technique></extra>)");
+    const ReadScene read = this->read("a.dae", text);
+    const std::string file = utf8Path(folder_.path() / "a.dae");
+    EXPECT_TRUE(read.node(u"C [a: 1]").userProperties.empty());
+    EXPECT_TRUE(read.isNoted(file, "user properties are left out"));
+    EXPECT_TRUE(read.isNoted(file, "1 node is hidden"));
 }
 
 TEST_F(AssimpFiles, NamesThatAreNoUtf8AreWindows1252) {
@@ -461,7 +583,7 @@ TEST_F(AssimpFiles, ANameThatTheLibraryCutsIsTold) {
         gltf(R"("scene":0,"scenes":[{"nodes":[0,1]}],"nodes":[{"name":"B"},{"name":")" + name + R"("}])"));
     const std::u16string& kept = read.scene.nodes.at(1).name;
     EXPECT_EQ(kept, u"x" + std::u16string(511, u'\u00E4'));
-    EXPECT_TRUE(read.isNoted(toUtf8(kept), "cut"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.gltf"), "a name longer than can be read"));
 }
 
 TEST_F(AssimpFiles, WhatCannotBeReadIsRefusedInOneLineWithTheFilesName) {

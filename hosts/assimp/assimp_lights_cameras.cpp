@@ -3,6 +3,7 @@
 #include <assimp/scene.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <string_view>
 #include <vector>
@@ -33,7 +34,7 @@ ByName<Device> byName(std::span<Device* const> devices) {
 // Gives the k-th device of a name to the k-th node of that name that may have one; what stays is told.
 template <typename Device>
 Matches<Device> matchByName(std::span<Device* const> devices, std::span<const aiNode* const> postOrder,
-                            std::string_view kind, ImportNotes& notes) {
+                            SceneLoss loss, SceneLosses& losses) {
     Matches<Device> matches;
     auto waiting = byName(devices);
     if (waiting.empty()) return matches;
@@ -45,10 +46,8 @@ Matches<Device> matchByName(std::span<Device* const> devices, std::span<const ai
         found->second.pop_back();
     }
     for (const auto& [name, list] : waiting) {
-        for (const Device* device : list) {
-            notes.add(shownName(device->mName), std::string("this ") + std::string(kind) +
-                                                    " is left out: no node without a mesh bears its name");
-        }
+        for (const Device* device : list)
+            losses.add(loss, shownName(device->mName));
     }
     return matches;
 }
@@ -58,7 +57,7 @@ Matches<Device> matchByName(std::span<Device* const> devices, std::span<const ai
 // left.
 std::optional<Matches<aiLight>> matchGltfLights(std::span<aiLight* const> lights,
                                                 std::span<const aiNode* const> postOrder,
-                                                ImportNotes& notes) {
+                                                SceneLosses& losses) {
     std::map<std::uint64_t, std::size_t> ranks;
     std::vector<std::pair<const aiNode*, std::size_t>> uses;
     for (const aiNode* node : postOrder) {
@@ -74,10 +73,18 @@ std::optional<Matches<aiLight>> matchGltfLights(std::span<aiLight* const> lights
         if (node->mNumMeshes == 0) {
             matches.emplace(node, lights[rank]);
         } else {
-            notes.add(shownName(node->mName), "the light of this node is left out: the node has a mesh, too");
+            losses.add(SceneLoss::lightBesideMesh, shownName(node->mName));
         }
     }
     return matches;
+}
+
+// The noise of a product of a colour and an intensity is no brightness.
+constexpr float kBright = 1.001F;
+
+aiColor3D finiteColour(const aiColor3D& colour) {
+    const auto finite = [](float channel) { return std::isfinite(channel) ? channel : 0.0F; };
+    return {finite(colour.r), finite(colour.g), finite(colour.b)};
 }
 
 // Axes of the node's own space in which a format keeps its lights and cameras, where it is not what the
@@ -95,19 +102,21 @@ aiVector3D upOf(const aiVector3D& up, FileFormat format) {
 }  // namespace
 
 NodeDevices matchDevices(const aiScene& scene, std::span<const aiNode* const> postOrder,
-                         const SourceFile& file, ImportNotes& notes) {
+                         const SourceFile& file, SceneLosses& losses) {
     NodeDevices devices;
     const std::span<aiLight* const> lights(scene.mLights, scene.mLights == nullptr ? 0 : scene.mNumLights);
     const std::span<aiCamera* const> cameras(scene.mCameras,
                                              scene.mCameras == nullptr ? 0 : scene.mNumCameras);
     std::optional<Matches<aiLight>> exact;
-    if (file.format == FileFormat::gltf) exact = matchGltfLights(lights, postOrder, notes);
-    devices.lights = exact ? *std::move(exact) : matchByName(lights, postOrder, "light", notes);
-    devices.cameras = matchByName(cameras, postOrder, "camera", notes);
+    if (file.format == FileFormat::gltf) exact = matchGltfLights(lights, postOrder, losses);
+    devices.lights =
+        exact ? *std::move(exact) : matchByName(lights, postOrder, SceneLoss::lightWithoutNode, losses);
+    devices.cameras = matchByName(cameras, postOrder, SceneLoss::cameraWithoutNode, losses);
     return devices;
 }
 
-std::optional<host::LightState> lightStateOf(const aiLight& light) {
+std::optional<host::LightState> lightStateOf(const aiLight& light, std::string_view node,
+                                             SceneLosses& losses) {
     host::LightState state;
     switch (light.mType) {
         case aiLightSource_DIRECTIONAL:
@@ -117,13 +126,19 @@ std::optional<host::LightState> lightStateOf(const aiLight& light) {
             state.type = host::SPOT_LGT;
             break;
         case aiLightSource_AMBIENT:
+            losses.add(SceneLoss::ambientLight, node);
             return std::nullopt;
-        default:  // points, and the area and volume lights of FBX, for which the library has no type
+        case aiLightSource_POINT:
+            state.type = host::OMNI_LGT;
+            break;
+        default:  // also the area and volume lights of FBX, for which the library has no type
+            losses.add(SceneLoss::volumeLight, node);
             state.type = host::OMNI_LGT;
             break;
     }
-    const aiColor3D& color = light.mColorDiffuse;
+    const aiColor3D color = finiteColour(light.mColorDiffuse);
     const float brightest = std::max({color.r, color.g, color.b, 1.0F});
+    if (brightest > kBright) losses.add(SceneLoss::brightLight, node);
     state.color = {color.r / brightest, color.g / brightest, color.b / brightest};
     return state;
 }

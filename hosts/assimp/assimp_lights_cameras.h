@@ -3,10 +3,12 @@
 
 #include <optional>
 #include <span>
+#include <string_view>
 #include <unordered_map>
 
 #include "hosts/assimp/assimp_axes.h"
 #include "hosts/assimp/assimp_format.h"
+#include "hosts/import/scene_losses.h"
 #include "hosts/snapshot/scene_snapshot.h"
 
 struct aiCamera;
@@ -23,15 +25,16 @@ struct NodeDevices {
 };
 
 // Finds them. The library ties a light to its node by name only; lights of one name are in the order in which
-// their nodes are left (`postOrder`: every child before its parent). Nodes with meshes take neither. Notes
-// what finds no node.
+// their nodes are left (`postOrder`: every child before its parent). Nodes with meshes take neither. What
+// finds no node is a loss.
 NodeDevices matchDevices(const aiScene& scene, std::span<const aiNode* const> postOrder,
-                         const SourceFile& file, ImportNotes& notes);
+                         const SourceFile& file, SceneLosses& losses);
 
-// The host's state of a light; nothing where the host has no such light. The library's colour has the
-// intensity in it: a colour brighter than 1 is divided by its largest channel, since an export cuts each
-// channel at 1.
-std::optional<host::LightState> lightStateOf(const aiLight& light);
+// The host's state of the light of the node `node`; nothing where the host has no such light. The library's
+// colour has the intensity in it: a colour brighter than 1 is divided by its largest channel, since an export
+// cuts each channel at 1.
+std::optional<host::LightState> lightStateOf(const aiLight& light, std::string_view node,
+                                             SceneLosses& losses);
 
 // The host matrix of a light or a camera at a node whose world matrix in the file is `nodeToFile`.
 host::GMatrix lightToWorld(const aiLight& light, const ColumnMatrix& nodeToFile, const SpaceRule& rule,

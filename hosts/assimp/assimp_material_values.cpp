@@ -96,6 +96,13 @@ std::optional<std::uint32_t> MaterialValues::integer(std::string_view key) const
     return at<std::uint32_t>(*property, 0);
 }
 
+bool MaterialValues::isSet(std::string_view key) const {
+    const aiMaterialProperty* property = find(key);
+    if (property == nullptr || property->mData == nullptr || property->mDataLength == 0) return false;
+    if (property->mType == aiPTI_Buffer) return property->mData[0] != 0;
+    return number(key).value_or(0) != 0;
+}
+
 std::optional<Colour> MaterialValues::colour(std::string_view key) const {
     const std::vector<float> numbers = numbersOf(find(key), 4);
     if (numbers.size() < 3) return std::nullopt;

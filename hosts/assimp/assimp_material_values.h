@@ -27,6 +27,9 @@ class MaterialValues {
     std::optional<float> number(std::string_view key) const;
     std::optional<std::uint32_t> integer(std::string_view key) const;
 
+    // Whether a choice of yes or no, a number or a byte, is yes.
+    bool isSet(std::string_view key) const;
+
     // Three or four numbers; the alpha of three is 1.
     std::optional<Colour> colour(std::string_view key) const;
 

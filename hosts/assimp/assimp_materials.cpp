@@ -47,11 +47,13 @@ std::u16string shownMaterialName(const aiMaterial& material, const SourceFile& f
 void noteLosses(const MaterialSource& source) {
     const MaterialValues& values = source.values;
     const auto isSet = [&values](const char* key) { return values.number(key).value_or(0) > 0; };
+    const bool isGltf = source.file.format == FileFormat::gltf;
     const std::pair<bool, MaterialLoss> losses[] = {
         {values.hasMovedTexture(), MaterialLoss::movedTexture},
-        {source.file.format == FileFormat::gltf && values.hasTextureOfOtherSet(),
-         MaterialLoss::otherTextureSet},
+        {isGltf && values.hasTextureOfOtherSet(), MaterialLoss::otherTextureSet},
         {values.hasLayeredTextures(), MaterialLoss::layeredTextures},
+        {values.isSet("$mat.twosided"), MaterialLoss::twoSided},
+        {values.isSet("$mat.gltf.unlit"), MaterialLoss::unlit},
         {isSet("$mat.clearcoat.factor"), MaterialLoss::clearCoat},
         {values.has("$clr.sheen.factor"), MaterialLoss::sheen},
         {isSet("$mat.transmission.factor"), MaterialLoss::transmission},

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
 #include "hosts/snapshot/scene_error.h"
 
@@ -20,14 +21,15 @@ bool isFinite(const aiVector3D& p) {
     return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
 
-// What was left out of one library mesh.
+// What is left out of the library meshes of one list.
 struct Dropped {
     std::uint64_t degenerate = 0;   // a corner twice
     std::uint64_t notFinite = 0;    // a coordinate that is infinite or no number
     std::uint64_t outOfRange = 0;   // a vertex that does not exist
     std::uint64_t linesPoints = 0;  // faces of one or two corners
-
-    bool isAny() const { return (degenerate | notFinite | outOfRange | linesPoints) != 0; }
+    bool hasColours = false;
+    bool hasMorphTargets = false;
+    bool hasBones = false;
 };
 
 // The triangles of one library mesh and the vertices they use.
@@ -86,6 +88,10 @@ Part trianglesOf(const aiMesh& mesh, Dropped& dropped) {
     part.faces.reserve(mesh.mNumFaces);
     for (unsigned i = 0; i < mesh.mNumFaces; ++i) {
         const aiFace& face = mesh.mFaces[i];
+        if (face.mIndices == nullptr) {
+            ++dropped.outOfRange;
+            continue;
+        }
         if (face.mNumIndices != 3) {
             ++dropped.linesPoints;
             continue;
@@ -94,22 +100,29 @@ Part trianglesOf(const aiMesh& mesh, Dropped& dropped) {
         if (isKept(mesh, triangle, dropped)) part.faces.push_back(triangle);
     }
     const bool isAllFinite = std::all_of(mesh.mVertices, mesh.mVertices + mesh.mNumVertices, isFinite);
-    if (dropped.isAny() || !isAllFinite) dropUnusedVertices(part);
+    if (part.faces.size() != mesh.mNumFaces || !isAllFinite) dropUnusedVertices(part);
     return part;
 }
 
-void noteDropped(const aiMesh& mesh, const Dropped& dropped, ImportNotes& notes) {
-    const std::pair<std::uint64_t, const char*> lines[] = {
-        {dropped.degenerate, " triangles with a corner twice are left out"},
-        {dropped.notFinite, " triangles with coordinates that are not finite are left out"},
-        {dropped.outOfRange, " triangles with vertices that do not exist are left out"},
+void noteBeyondTriangles(const aiMesh& mesh, Dropped& dropped) {
+    dropped.hasColours = dropped.hasColours || mesh.mColors[0] != nullptr;
+    dropped.hasMorphTargets = dropped.hasMorphTargets || mesh.mNumAnimMeshes != 0;
+    dropped.hasBones = dropped.hasBones || mesh.mNumBones != 0;
+}
+
+void addLosses(const Dropped& dropped, bool hasTriangles, const std::string& node, SceneLosses& losses) {
+    const std::pair<SceneLoss, std::uint64_t> amounts[] = {
+        {SceneLoss::vertexColours, dropped.hasColours ? 1 : 0},
+        {SceneLoss::morphTargets, dropped.hasMorphTargets ? 1 : 0},
+        {SceneLoss::bones, dropped.hasBones ? 1 : 0},
+        {SceneLoss::linesAndPoints, hasTriangles ? dropped.linesPoints : 0},
+        {SceneLoss::degenerateTriangles, dropped.degenerate},
+        {SceneLoss::infiniteTriangles, dropped.notFinite},
+        {SceneLoss::badTriangles, dropped.outOfRange},
     };
-    for (const auto& [count, text] : lines) {
-        if (count != 0) notes.add(shownName(mesh.mName), std::to_string(count) + text);
+    for (const auto& [loss, amount] : amounts) {
+        if (amount != 0) losses.add(loss, node, amount);
     }
-    if (mesh.mNumAnimMeshes != 0) notes.add(shownName(mesh.mName), "morph targets are left out");
-    if (mesh.mNumBones != 0)
-        notes.add(shownName(mesh.mName), "bones are left out: the mesh stands as the file has it");
 }
 
 void appendVertices(const Part& part, const SpaceRule& rule, std::vector<host::Point3>& vertices) {
@@ -290,20 +303,22 @@ void includeVertices(const aiMesh& mesh, const SpaceRule& rule, host::Box3& box)
 class Converter {
   public:
     Converter(aiScene& scene, const SourceFile& file, const SpaceRule& rule, Progress& progress,
-              ImportNotes& notes)
+              SceneLosses& losses)
         : scene_(scene),
           file_(file),
           rule_(rule),
           progress_(progress),
-          notes_(notes),
-          uses_(scene.mNumMeshes) {}
+          losses_(losses),
+          uses_(scene.mMeshes == nullptr ? 0 : scene.mNumMeshes) {}
 
     ConvertedMeshes convert(std::span<const FileNode> nodes) {
         for (std::uint32_t i = 0; i < nodes.size(); ++i)
             findList(*nodes[i].node, i);
         progress_.beginPhase("Converting meshes", facesToConvert());
-        for (std::size_t i = 0; i < meshesOf_.size(); ++i)
-            convertList(meshesOf_[i], result_.lists[i]);
+        for (std::size_t i = 0; i < meshesOf_.size(); ++i) {
+            const FileNode& node = nodes[result_.lists[i].instances.front()];
+            convertList(meshesOf_[i], toUtf8(nodeName(node, file_)), result_.lists[i]);
+        }
         return std::move(result_);
     }
 
@@ -342,11 +357,15 @@ class Converter {
         return faces;
     }
 
-    void convertList(const std::vector<unsigned>* meshes, MeshList& list) {
+    void convertList(const std::vector<unsigned>* meshes, const std::string& node, MeshList& list) {
         std::vector<Part> parts;
         std::map<unsigned, std::uint16_t> ids;
+        Dropped dropped;
         for (const unsigned index : *meshes) {
-            Part part = takePart(*scene_.mMeshes[index], list);
+            const aiMesh& mesh = *scene_.mMeshes[index];
+            noteBeyondTriangles(mesh, dropped);
+            Part part = trianglesOf(mesh, dropped);
+            progress_.advance(mesh.mNumFaces);
             if (part.faces.empty()) continue;
             const unsigned material = part.mesh->mMaterialIndex;
             const auto [id, isNew] = ids.try_emplace(material, static_cast<std::uint16_t>(ids.size()));
@@ -354,6 +373,8 @@ class Converter {
             part.materialId = id->second;
             parts.push_back(std::move(part));
         }
+        addLosses(dropped, !parts.empty(), node, losses_);
+        list.hasLinesOrPoints = dropped.linesPoints != 0;
         if (!parts.empty()) {
             list.mesh = static_cast<SnapshotRef>(result_.meshes.size());
             result_.meshes.push_back(joined(parts, rule_));
@@ -363,15 +384,6 @@ class Converter {
         }
         for (const unsigned index : *meshes)
             release(index);
-    }
-
-    Part takePart(const aiMesh& mesh, MeshList& list) {
-        Dropped dropped;
-        Part part = trianglesOf(mesh, dropped);
-        noteDropped(mesh, dropped, notes_);
-        if (dropped.linesPoints != 0) list.hasLinesOrPoints = true;
-        progress_.advance(mesh.mNumFaces);
-        return part;
     }
 
     void release(unsigned index) {
@@ -384,7 +396,7 @@ class Converter {
     const SourceFile& file_;
     const SpaceRule& rule_;
     Progress& progress_;
-    ImportNotes& notes_;
+    SceneLosses& losses_;
     ConvertedMeshes result_;
     std::map<std::vector<unsigned>, std::uint32_t> known_;
     std::vector<const std::vector<unsigned>*>
@@ -395,8 +407,8 @@ class Converter {
 }  // namespace
 
 ConvertedMeshes convertMeshes(aiScene& scene, std::span<const FileNode> nodes, const SourceFile& file,
-                              const SpaceRule& rule, Progress& progress, ImportNotes& notes) {
-    return Converter(scene, file, rule, progress, notes).convert(nodes);
+                              const SpaceRule& rule, Progress& progress, SceneLosses& losses) {
+    return Converter(scene, file, rule, progress, losses).convert(nodes);
 }
 
 }  // namespace velinor

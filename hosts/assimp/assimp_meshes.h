@@ -29,9 +29,9 @@ struct ConvertedMeshes {
 };
 
 // Converts the meshes of all `nodes`. Every library mesh is freed after its last use, so that a large scene
-// is not held twice: `scene.mMeshes` holds null pointers afterwards. Notes dropped triangles, morph targets
-// and bones. Throws SceneError where a node holds a mesh that does not exist.
+// is not held twice: `scene.mMeshes` holds null pointers afterwards. What is left out is a loss of the first
+// node that holds the list. Throws SceneError where a node holds a mesh that does not exist.
 ConvertedMeshes convertMeshes(aiScene& scene, std::span<const FileNode> nodes, const SourceFile& file,
-                              const SpaceRule& rule, Progress& progress, ImportNotes& notes);
+                              const SpaceRule& rule, Progress& progress, SceneLosses& losses);
 
 }  // namespace velinor

@@ -1,15 +1,13 @@
 #include "hosts/assimp/assimp_metadata.h"
 
-#include <assimp/scene.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include "base/text.h"
-#include "hosts/assimp/assimp_text.h"
 
 namespace velinor {
 namespace {
@@ -122,7 +120,16 @@ std::optional<std::int32_t> asInteger(std::string_view text) {
     return value;
 }
 
-// Lines "key = value", as 3ds Max keeps them; the first of several lines of one key counts.
+// The first of several values of one key counts.
+void addUserProperty(std::u16string key, std::int32_t value, NodeMetadata& data) {
+    if (key == u"extras") {
+        data.hasReservedProperty = true;
+    } else {
+        data.userProperties.try_emplace(std::move(key), value);
+    }
+}
+
+// Lines "key = value", as 3ds Max keeps them.
 void readPropertyText(std::string_view text, NodeMetadata& data) {
     while (!text.empty()) {
         const auto end = std::min(text.find_first_of("\r\n"), text.size());
@@ -131,7 +138,7 @@ void readPropertyText(std::string_view text, NodeMetadata& data) {
         const auto equals = line.find('=');
         if (equals == std::string_view::npos || trimmed(line.substr(0, equals)).empty()) continue;
         if (const auto value = asInteger(trimmed(line.substr(equals + 1)))) {
-            data.userProperties.try_emplace(toUtf16Lossy(trimmed(line.substr(0, equals))), *value);
+            addUserProperty(toUtf16Lossy(trimmed(line.substr(0, equals))), *value, data);
         } else {
             ++data.otherProperties;
         }
@@ -139,8 +146,8 @@ void readPropertyText(std::string_view text, NodeMetadata& data) {
 }
 
 void readFbxPropertyText(const aiMetadata& metadata, bool isAscii, NodeMetadata& data) {
-    aiString raw;
-    if (!metadata.Get("UserProperties", raw) || raw.length == 0) metadata.Get("UDP3DSMAX", raw);
+    aiString raw = metadataValue<aiString>(&metadata, "UserProperties").value_or(aiString());
+    if (raw.length == 0) raw = metadataValue<aiString>(&metadata, "UDP3DSMAX").value_or(aiString());
     std::string text = isAscii ? decodeFbxEntities(textOf(raw)) : std::string(textOf(raw));
     if (isCutOff(raw)) {
         data.isTextCut = true;
@@ -173,13 +180,12 @@ const aiMetadata* nested(const aiMetadata* data, const char* key) {
 }
 
 bool isHidden(const aiMetadata& data, FileFormat format) {
-    bool visible = true;
-    if (format == FileFormat::fbx) data.Get("Show", visible);
+    std::optional<bool> visible;
+    if (format == FileFormat::fbx) visible = metadataValue<bool>(&data, "Show");
     if (format == FileFormat::gltf) {
-        const aiMetadata* visibility = nested(nested(&data, "extensions"), "KHR_node_visibility");
-        if (visibility != nullptr) visibility->Get("visible", visible);
+        visible = metadataValue<bool>(nested(nested(&data, "extensions"), "KHR_node_visibility"), "visible");
     }
-    return !visible;
+    return visible == false;
 }
 
 }  // namespace
@@ -189,15 +195,14 @@ NodeMetadata readNodeMetadata(const aiNode& node, const SourceFile& file) {
     if (node.mMetaData == nullptr) return data;
     const aiMetadata& metadata = *node.mMetaData;
     data.hidden = isHidden(metadata, file.format);
-    bool isNull = false;
     if (file.format == FileFormat::fbx) {
         readFbxPropertyText(metadata, file.isAsciiFbx, data);
-        if (metadata.Get("IsNull", isNull)) data.isNull = isNull;
+        data.isNull = metadataValue<bool>(&metadata, "IsNull");
     }
     for (unsigned i = 0; i < metadata.mNumProperties; ++i) {
         if (isOfTheWriter(file.format, textOf(metadata.mKeys[i]))) continue;
         if (const auto value = asInteger(metadata.mValues[i])) {
-            data.userProperties.try_emplace(hostName(metadata.mKeys[i]), *value);
+            addUserProperty(hostName(metadata.mKeys[i]), *value, data);
         } else {
             ++data.otherProperties;
         }
@@ -207,9 +212,7 @@ NodeMetadata readNodeMetadata(const aiNode& node, const SourceFile& file) {
 
 std::optional<std::uint64_t> gltfLightOf(const aiNode& node) {
     const aiMetadata* punctual = nested(nested(node.mMetaData, "extensions"), "KHR_lights_punctual");
-    std::uint64_t light = 0;
-    if (punctual == nullptr || !punctual->Get("light", light)) return std::nullopt;
-    return light;
+    return metadataValue<std::uint64_t>(punctual, "light");
 }
 
 }  // namespace velinor

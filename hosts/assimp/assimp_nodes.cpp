@@ -3,6 +3,7 @@
 #include <assimp/scene.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -49,6 +50,10 @@ ColumnMatrix matrixOf(const aiMatrix4x4& m) {
     return {m.a1, m.a2, m.a3, m.a4, m.b1, m.b2, m.b3, m.b4, m.c1, m.c2, m.c3, m.c4, m.d1, m.d2, m.d3, m.d4};
 }
 
+bool isFinite(const aiMatrix4x4& m) {
+    return std::all_of(&m.a1, &m.a1 + 16, [](float entry) { return std::isfinite(entry); });
+}
+
 struct Visit {
     const aiNode* node = nullptr;
     std::optional<std::uint32_t> parent;
@@ -83,10 +88,12 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
         open.pop_back();
         const aiNode& node = *visit.node;
         const bool isMatrixDropped = node.mParent == nullptr && rule.dropsRootMatrix;
-        const ColumnMatrix nodeToFile =
-            isMatrixDropped ? ColumnMatrix() : visit.parentToFile * matrixOf(node.mTransformation);
+        const bool isBad = !isMatrixDropped && !isFinite(node.mTransformation);
+        const ColumnMatrix nodeToFile = isMatrixDropped || isBad
+                                            ? visit.parentToFile
+                                            : visit.parentToFile * matrixOf(node.mTransformation);
         if (!isLeftOut(node, file.format, devices)) {
-            nodes.push_back({&node, visit.parent, nodeToFile});
+            nodes.push_back({&node, visit.parent, nodeToFile, isBad});
             visit.parent = static_cast<std::uint32_t>(nodes.size() - 1);
         }
         for (unsigned i = node.mNumChildren; i > 0; --i)
@@ -97,7 +104,8 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
 
 std::u16string nodeName(const FileNode& node, const SourceFile& file) {
     const aiString& name = node.node->mName;
-    if (node.node->mParent == nullptr && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
+    const bool standsForFile = node.node->mParent == nullptr || file.format == FileFormat::upright;
+    if (standsForFile && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
     if (!file.isAsciiFbx) return hostName(name);
     return hostName(aiString(decodeFbxEntities(textOf(name))));
 }

@@ -19,6 +19,7 @@ struct FileNode {
     const aiNode* node = nullptr;
     std::optional<std::uint32_t> parent;  // an earlier entry of the list; absent: a top-level node
     ColumnMatrix nodeToFile;
+    bool isTransformBad = false;  // its own matrix has numbers that are not finite, and is taken for none
 };
 
 // All nodes, every child before its parent, children in the order of the file. Throws SceneError where the
@@ -31,7 +32,8 @@ std::vector<const aiNode*> nodesInPostOrder(const aiScene& scene, const SourceFi
 std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, const SpaceRule& rule,
                                  const NodeDevices& devices);
 
-// The name of a scene node. A root without a name of its own is called after the file.
+// The name of a scene node. A root without a name of its own is called after the file, and so is a mesh of
+// STL and its like, which mostly have one mesh and no names.
 std::u16string nodeName(const FileNode& node, const SourceFile& file);
 
 }  // namespace velinor

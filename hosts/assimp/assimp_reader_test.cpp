@@ -118,7 +118,8 @@ TEST_F(AssimpModels, GlbSharesMeshesAndKeepsEveryPrimitive) {
     EXPECT_EQ(read.scene.meshes.size(), 29U);
     std::size_t dropped = 0;
     for (const ImportNote& note : read.notes.notes()) {
-        if (note.text.find("corner twice") != std::string::npos) dropped += std::stoul(note.text);
+        if (note.text.find("corner twice") == std::string::npos) continue;
+        dropped += std::stoul(note.text.substr(note.text.find(" have ") + 6));
     }
     EXPECT_EQ(read.triangles() + dropped, 75730U);
     std::size_t single = 0;
@@ -216,6 +217,27 @@ TEST_F(AssimpModels, ObjGroupsBecomeNodes) {
               (std::vector<std::u16string>{u"Skin", u"Brusttex", u"HLeibTex", u"BeinTex", u"Augentex"}));
 }
 
+TEST_F(AssimpModels, StlStandsAsItIsAndIsCalledAfterItsFile) {
+    const ReadScene read = readModel("STL/3DSMaxExport.STL");
+    expectSound(read);
+    ASSERT_EQ(read.scene.nodes.size(), 1U);
+    expectUnrotated(read.node(u"3DSMaxExport"));
+    EXPECT_EQ(read.triangles(), 2000U);
+}
+
+TEST_F(AssimpModels, XOfMaxStandsUpright) {
+    // The same box as COLLADA in inches; this file is in metres.
+    const ReadScene read = readModel("X/kwxport_test_cubewithvcolors.x");
+    expectSound(read);
+    const SnapshotNode& box = read.node(u"Box01");
+    expectUnrotated(box);
+    expectAt(box, 0, 0, -0.492126F, 1e-5F);
+    const host::Box3 extent = boxOf(read.meshOf(box));
+    EXPECT_NEAR(extent.pmin.z, 0, 1e-5F);
+    EXPECT_NEAR(extent.pmax.z, 0.984252F, 1e-5F);
+    EXPECT_TRUE(read.isNoted(utf8Path(models() / "X/kwxport_test_cubewithvcolors.x"), "vertex colours"));
+}
+
 // A scene of that format is none of the library's business, even under another name.
 TEST_F(AssimpModels, AseIsNotRead) {
     EXPECT_FALSE(canReadWithAssimp("room.ase"));
@@ -233,7 +255,8 @@ TEST_F(AssimpModels, ColladaLightsOfAllKinds) {
     EXPECT_EQ(read.node(u"Sun").object->light->type, host::DIRECT_LGT);
     EXPECT_EQ(read.node(u"Spot").object->light->type, host::SPOT_LGT);
     EXPECT_EQ(read.type(u"Hemi"), IGameObject::IGAME_HELPER);
-    EXPECT_TRUE(read.isNoted("Hemi", "ambient"));
+    EXPECT_TRUE(
+        read.isNoted(utf8Path(models() / "Collada/lights.dae"), "1 node (\"Hemi\") has an ambient light"));
     expectAt(read.node(u"Sun"), 7.0767F, -5.57229F, 5.14722F, 1e-4F);
     expectUnrotated(read.node(u"Sun"));
 }
@@ -255,6 +278,22 @@ TEST_F(AssimpModels, CyrillicNamesArriveAsTheyAre) {
             hasCyrillic = hasCyrillic || (c >= 0x0400 && c < 0x0500);
     }
     EXPECT_TRUE(hasCyrillic);
+}
+
+TEST_F(AssimpModels, EmptyNamesOfFbxStayEmpty) {
+    const ReadScene read = readModel("FBX/cubes_nonames.fbx");
+    expectSound(read);
+    EXPECT_GT(read.countOfType(IGameObject::IGAME_MESH), 0U);
+    for (const SnapshotNode& node : read.scene.nodes)
+        EXPECT_EQ(node.name, u"");
+}
+
+TEST_F(AssimpModels, AnimationsAndSkinsOfFbxAreTold) {
+    const ReadScene read = readModel("FBX/animation_with_skeleton.fbx");
+    const std::string file = utf8Path(models() / "FBX/animation_with_skeleton.fbx");
+    EXPECT_TRUE(read.isNoted(file, "animations are left out"));
+    EXPECT_TRUE(read.isNoted(file, "skins are left out"));
+    EXPECT_GT(read.countOfType(IGameObject::IGAME_BONE), 0U);
 }
 
 TEST_F(AssimpModels, CoordinatesThatAreNotFiniteAreLeftOut) {

@@ -108,7 +108,7 @@ BitmapTable::Image BitmapTable::look(std::string_view reference) const {
 
 void BitmapTable::noteMissing(const Image& image, const std::string& material) {
     if (image.name.starts_with(u'*')) {
-        return notes_.add(material, "the texture is image " + toUtf8(image.name).substr(1) +
+        return notes_.add(material, "the texture is image " + oneLine(toUtf8(image.name).substr(1)) +
                                         " of the scene file, which does not hold it");
     }
     notes_.add(material, missingBitmapText(image.name, files_));

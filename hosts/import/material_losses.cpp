@@ -1,11 +1,7 @@
 #include "hosts/import/material_losses.h"
 
-#include "base/text.h"
-
 namespace velinor {
 namespace {
-
-constexpr std::size_t kNamesShown = 3;
 
 const char* textOf(MaterialLoss loss) {
     switch (loss) {
@@ -25,6 +21,10 @@ const char* textOf(MaterialLoss loss) {
             return "specular colours or maps of their own, which are left out";
         case MaterialLoss::emissionColour:
             return "an emission colour without a map, which is left out";
+        case MaterialLoss::twoSided:
+            return "two sides, of which only the front is shown where the material is opaque";
+        case MaterialLoss::unlit:
+            return "no shading at all; they are shaded like any other";
         case MaterialLoss::clearCoat:
             return "a clear coat, which is left out";
         case MaterialLoss::sheen:
@@ -41,20 +41,13 @@ const char* textOf(MaterialLoss loss) {
 }  // namespace
 
 void MaterialLosses::add(MaterialLoss loss, const std::string& material) {
-    Materials& materials = byKind_[loss];
-    ++materials.count;
-    if (materials.first.size() < kNamesShown) materials.first.push_back(printable(material));
+    byKind_[loss].add(material);
 }
 
 void MaterialLosses::writeTo(ImportNotes& notes, const std::string& shown) const {
     for (const auto& [loss, materials] : byKind_) {
-        std::string names;
-        for (const std::string& name : materials.first)
-            names += (names.empty() ? "\"" : ", \"") + name + "\"";
-        if (materials.count > materials.first.size()) names += ", ...";
-        notes.add(shown, std::to_string(materials.count) +
-                             (materials.count == 1 ? " material (" : " materials (") + names +
-                             (materials.count == 1 ? ") has " : ") have ") + textOf(loss));
+        notes.add(shown, materials.text("material", "materials") +
+                             (materials.count() == 1 ? " has " : " have ") + textOf(loss));
     }
 }
 

@@ -1,12 +1,11 @@
 // What materials have and a package cannot express, told once a kind.
 #pragma once
 
-#include <cstddef>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "hosts/import/import_notes.h"
+#include "hosts/import/named_count.h"
 
 namespace velinor {
 
@@ -18,6 +17,8 @@ enum class MaterialLoss {
     opacityMap,
     specularColour,
     emissionColour,
+    twoSided,
+    unlit,
     clearCoat,
     sheen,
     transmission,
@@ -33,11 +34,7 @@ class MaterialLosses {
     void writeTo(ImportNotes& notes, const std::string& shown) const;
 
   private:
-    struct Materials {
-        std::size_t count = 0;
-        std::vector<std::string> first;
-    };
-    std::map<MaterialLoss, Materials> byKind_;
+    std::map<MaterialLoss, NamedCount> byKind_;
 };
 
 }  // namespace velinor
