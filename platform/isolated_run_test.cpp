@@ -72,8 +72,8 @@ const IsolatedWork kSendForEver("send-for-ever", [](std::string_view, const Send
 });
 const IsolatedWork kBurnInSteps("burn-in-steps", [](std::string_view, const SendMessage&) {
     for (int step = 0; step < 4; ++step) {
-        burn(0.6);
-        renewProcessorTime({.processorSeconds = 1});
+        burn(0.9);
+        renewProcessorTime({.processorSeconds = 2});
     }
 });
 const IsolatedWork kRenewAndHang("renew-and-hang", [](std::string_view, const SendMessage&) {
@@ -179,7 +179,7 @@ TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
 }
 
 TEST(RunIsolated, WorkThatComesFurtherHasItsTimeCountedAnew) {
-    const IsolationLimits limits{.processorSeconds = 1};
+    const IsolationLimits limits{.processorSeconds = 2};
     EXPECT_EQ(run(kBurnInSteps, limits).end, End::finished);
     EXPECT_EQ(run(kRenewAndHang, limits).end, End::timeLimit);
 }

@@ -33,7 +33,7 @@ TEST(ReserveFiles, ColladaWithEveryKindOfLight) {
     }
     EXPECT_THAT(types, testing::UnorderedElementsAre(host::OMNI_LGT, host::OMNI_LGT, host::SPOT_LGT,
                                                      host::DIRECT_LGT));
-    EXPECT_THAT(read.said(), testing::HasSubstr("Hemi: ambient lights are left out"));
+    EXPECT_THAT(read.said(), testing::HasSubstr("1 node (\"Hemi\") has an ambient light, which is left out"));
     EXPECT_TRUE(read.scene().meshes.empty());
 }
 
