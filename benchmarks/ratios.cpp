@@ -47,6 +47,8 @@ void RatioReporter::printRatios() const {
                fastest("BM_ReadCborSnapshot/1000000"), fastest("BM_ReadFileBytes/1000000"));
     printRatio("ASE file of 405,000 triangles / counting the lines of the same bytes", "",
                fastest("BM_ReadAse"), fastest("BM_FindLines"));
+    printRatio("importing a small scene file in a process of its own / in this process", "",
+               fastest("BM_ImportIsolated"), fastest("BM_ImportHere"));
     printMeshRatios();
 }
 

@@ -18,7 +18,7 @@
 namespace velinor {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 // No mark with what belongs to it is longer.
 constexpr std::size_t kLongestMark = 256;
