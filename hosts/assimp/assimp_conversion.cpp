@@ -35,6 +35,19 @@ void refuseEmpty(const aiScene& scene, const SourceFile& file) {
     }
 }
 
+// The library reads files that are cut off up to where they end, and says nothing.
+void requirePromisedFaces(const aiScene& scene, const SourceFile& file, ImportNotes& notes) {
+    std::uint64_t faces = 0;
+    for (unsigned i = 0; scene.mMeshes != nullptr && i < scene.mNumMeshes; ++i)
+        faces += scene.mMeshes[i] == nullptr ? 0 : scene.mMeshes[i]->mNumFaces;
+    const std::uint64_t promised = file.promisedFaces.value_or(0);
+    if (faces >= promised) return;
+    const std::string text = "the file is damaged or cut off: it promises " + std::to_string(promised) +
+                             " faces, and " + std::to_string(faces) + " could be read";
+    if (faces == 0) throw SceneError(file.shown + ": " + text);
+    notes.add(file.shown, text);
+}
+
 void refuseNameless(const SceneSnapshot& scene, const SourceFile& file) {
     const auto isSomething = [](const SnapshotNode& node) {
         return !node.name.empty() || (node.object && node.object->type != host::IGameObject::IGAME_HELPER);
@@ -189,6 +202,7 @@ class Assembly {
 SceneSnapshot snapshotOf(aiScene& scene, const SourceFile& file, const AssimpOptions& options,
                          Progress& progress, ImportNotes& notes) {
     refuseEmpty(scene, file);
+    requirePromisedFaces(scene, file, notes);
     const SpaceRule rule = spaceRuleOf(scene, file, options.upAxis, notes);
     SceneSnapshot snapshot = Assembly(scene, file, rule, options, progress, notes).assemble();
     refuseNameless(snapshot, file);

@@ -109,6 +109,26 @@ TEST_F(AssimpConversion, MeshesThatAreOnlyCountedAreMissing) {
     EXPECT_EQ(refusal(), "room.any: cannot be read: a node of it holds mesh 0, which does not exist");
 }
 
+TEST_F(AssimpConversion, AsManyFacesAsPromisedAreEnough) {
+    file_.promisedFaces = 1;
+    convert();
+    EXPECT_TRUE(read_.notes.notes().empty());
+}
+
+TEST_F(AssimpConversion, FewerFacesThanPromisedAreTold) {
+    file_.promisedFaces = 3;
+    convert();
+    EXPECT_TRUE(isNoted("it promises 3 faces, and 1 could be read"));
+}
+
+TEST_F(AssimpConversion, NoneOfThePromisedFacesIsAnError) {
+    file_.promisedFaces = 3;
+    mesh().mNumFaces = 0;
+    EXPECT_EQ(refusal(),
+              "room.any: the file is damaged or cut off: it promises 3 faces, and 0 could be read");
+    mesh().mNumFaces = 1;
+}
+
 TEST_F(AssimpConversion, MaterialsThatAreOnlyCountedAreNone) {
     scene_.mNumMaterials = 3;
     EXPECT_FALSE(convert().material);

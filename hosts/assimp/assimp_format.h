@@ -2,8 +2,10 @@
 // another.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,7 @@ struct SourceFile {
     FileFormat format = FileFormat::other;
     std::string generator;  // the program that wrote the file, as it calls itself; empty: not told
     bool isAsciiFbx = false;
+    std::optional<std::uint64_t> promisedFaces;  // by the header of a PLY or OFF file
 };
 
 // An importer of all formats but ASE, whatever the ending of a file: of that format the library loses too

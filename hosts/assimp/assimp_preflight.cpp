@@ -104,12 +104,15 @@ void refuseTooShort(std::optional<std::uint64_t> count, const char* what, std::u
                      what + " and has " + std::to_string(size) + " bytes");
 }
 
-void refuseEmptyPromises(const std::filesystem::path& file, std::string_view beginning,
-                         const std::string& shown) {
+PromisedCounts promisedCounts(const std::filesystem::path& file, std::string_view beginning) {
     const std::string ending = lowerCaseEnding(file);
-    PromisedCounts counts;
-    if (ending == ".off") counts = offCounts(beginning);
-    if (ending == ".ply") counts = plyCounts(beginning);
+    if (ending == ".off") return offCounts(beginning);
+    if (ending == ".ply") return plyCounts(beginning);
+    return {};
+}
+
+void refuseEmptyPromises(const std::filesystem::path& file, const PromisedCounts& counts,
+                         const std::string& shown) {
     std::error_code error;
     const std::uint64_t size = std::filesystem::file_size(file, error);
     if (error) return;  // no regular file; its size is not known
@@ -132,7 +135,9 @@ SourceFile examineSceneFile(const std::filesystem::path& file) {
     if (isTextEnding(lowerCaseEnding(file)) && isUtf16(beginning)) {
         throw SceneError(source.shown + ": the file is UTF-16 text, which cannot be read; save it as UTF-8");
     }
-    refuseEmptyPromises(file, beginning, source.shown);
+    const PromisedCounts counts = promisedCounts(file, beginning);
+    refuseEmptyPromises(file, counts, source.shown);
+    source.promisedFaces = counts.faces;
     source.isAsciiFbx = !beginning.starts_with("Kaydara FBX Binary");
     return source;
 }

@@ -122,8 +122,9 @@ TEST_F(Refusal, OfFilesThatAreCutOff) {
         const char* file;
         std::size_t bytes;
     };
-    for (const Case& c : {Case{"FBX/spider.fbx", 20000}, Case{"ASE/anim2.ASE", 9000},
-                          Case{"glTF2/BoxTextured-glTF-Binary/BoxTextured.glb", 3000}}) {
+    for (const Case& c :
+         {Case{"FBX/spider.fbx", 20000}, Case{"ASE/anim2.ASE", 9000},
+          Case{"glTF2/BoxTextured-glTF-Binary/BoxTextured.glb", 3000}, Case{"PLY/cube.ply", 250}}) {
         const fs::path whole = modelFile(c.file);
         const fs::path file = folder() / whole.filename();
         std::ofstream(file, std::ios::binary) << bytesOf(whole).substr(0, c.bytes);
