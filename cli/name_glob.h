@@ -22,6 +22,8 @@ class NameGlob {
     explicit NameGlob(std::string_view pattern);
     NameGlob(NameGlob&&) noexcept;
     NameGlob& operator=(NameGlob&&) noexcept;
+    NameGlob(const NameGlob&) = delete;
+    NameGlob& operator=(const NameGlob&) = delete;
     ~NameGlob();
 
     bool matches(std::string_view name) const;
