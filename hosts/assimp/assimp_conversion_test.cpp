@@ -167,13 +167,13 @@ TEST_F(AssimpConversion, TransformsThatAreNotFiniteAreLeftOut) {
 
 TEST_F(AssimpConversion, AColladaRootThatIsNoRotationIsTakenForYUp) {
     file_.format = FileFormat::collada;
+    light(aiLightSource_POINT);
     for (const float strange : {kNaN, kInfinity, 0.F, 7.F}) {
         aiMatrix4x4& root = scene_.mRootNode->mTransformation;
         root = aiMatrix4x4();
         root.a2 = strange;
         root.b2 = 5;
         node().mTransformation.b4 = 1;
-        light(aiLightSource_POINT);
         expectAt(convert(), 0, 0, 1, 0);
     }
 }
