@@ -35,12 +35,21 @@ void refuseEmpty(const aiScene& scene, const SourceFile& file) {
     }
 }
 
-// The library reads files that are cut off up to where they end, and says nothing.
+// Faces that are no points, which the library makes of vertices without faces.
+std::uint64_t faceCount(const aiMesh* mesh) {
+    if (mesh == nullptr || mesh->mFaces == nullptr) return 0;
+    const auto hasCorners = [](const aiFace& face) { return face.mNumIndices > 1; };
+    return static_cast<std::uint64_t>(
+        std::count_if(mesh->mFaces, mesh->mFaces + mesh->mNumFaces, hasCorners));
+}
+
+// The library reads files that are cut off up to where they end, leaves the other faces empty, and says
+// nothing.
 void requirePromisedFaces(const aiScene& scene, const SourceFile& file, ImportNotes& notes) {
+    const std::uint64_t promised = file.promisedFaces.value_or(0);
     std::uint64_t faces = 0;
     for (unsigned i = 0; scene.mMeshes != nullptr && i < scene.mNumMeshes; ++i)
-        faces += scene.mMeshes[i] == nullptr ? 0 : scene.mMeshes[i]->mNumFaces;
-    const std::uint64_t promised = file.promisedFaces.value_or(0);
+        faces += faceCount(scene.mMeshes[i]);
     if (faces >= promised) return;
     const std::string text = "the file is damaged or cut off: it promises " + std::to_string(promised) +
                              " faces, and " + std::to_string(faces) + " could be read";
