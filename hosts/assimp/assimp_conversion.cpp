@@ -47,6 +47,7 @@ std::uint64_t faceCount(const aiMesh* mesh) {
 // nothing.
 void requirePromisedFaces(const aiScene& scene, const SourceFile& file, ImportNotes& notes) {
     const std::uint64_t promised = file.promisedFaces.value_or(0);
+    if (promised == 0) return;
     std::uint64_t faces = 0;
     for (unsigned i = 0; scene.mMeshes != nullptr && i < scene.mNumMeshes; ++i)
         faces += faceCount(scene.mMeshes[i]);
@@ -183,8 +184,7 @@ class Assembly {
     }
 
     void addSummary() {
-        if (source_.mNumAnimations != 0)
-            notes_.add(file_.shown, "animations are left out: the scene stands as at rest");
+        if (source_.mNumAnimations != 0) notes_.add(file_.shown, kAnimationsAreLeftOut);
         if (file_.format == FileFormat::threeDs && !devices_.cameras.empty()) {
             notes_.add(file_.shown,
                        "the roll of cameras, and where animated ones look, is not read from 3DS files; "

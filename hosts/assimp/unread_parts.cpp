@@ -15,7 +15,7 @@ std::string counted(std::size_t count, const char* singular, const char* plural)
 }
 
 void noteFbx(const FbxMarks& marks, const std::string& shown, ImportNotes& notes) {
-    if (marks.hasAnimation) notes.add(shown, "animations are left out: the scene stands as at rest");
+    if (marks.hasAnimation) notes.add(shown, kAnimationsAreLeftOut);
     if (marks.hasSkin) notes.add(shown, "skins are left out: their meshes stand as the file has them");
     if (marks.hiddenNodes != 0) {
         notes.add(shown,

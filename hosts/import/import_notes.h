@@ -20,6 +20,10 @@ struct ImportNote {
 inline constexpr std::string_view kUpAxisIsStated =
     "the up axis that was asked for has no effect: the format states its own";
 
+// Said of a file with animations, whose format has a state of rest.
+inline constexpr std::string_view kAnimationsAreLeftOut =
+    "animations are left out: the scene stands as at rest";
+
 // Collects remarks in the order in which they arise. A reader writes to it, its caller shows it.
 class ImportNotes {
   public:
