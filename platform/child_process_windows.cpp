@@ -78,11 +78,18 @@ Child startChild(std::wstring commandLine, const wchar_t* folder, const ChildStr
     startup.StartupInfo.hStdOutput = output.get();
     startup.StartupInfo.hStdError = error.get();
     startup.lpAttributeList = inherited.list();
+    // On a busy machine Wine loses a new process now and then before it has run, and calls that an internal
+    // error; nothing is left of it.
+    constexpr int kAttempts = 4;
+    constexpr DWORD kPause = 50;  // milliseconds
     PROCESS_INFORMATION started{};
-    if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE,
-                       CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT | flags, nullptr, folder,
-                       &startup.StartupInfo, &started) == 0)
-        throwLastError("CreateProcessW");
+    for (int attempt = 1; CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE,
+                                         CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT | flags, nullptr,
+                                         folder, &startup.StartupInfo, &started) == 0;
+         ++attempt) {
+        if (GetLastError() != ERROR_INTERNAL_ERROR || attempt == kAttempts) throwLastError("CreateProcessW");
+        Sleep(kPause);
+    }
     return {Handle(started.hProcess), Handle(started.hThread)};
 }
 
