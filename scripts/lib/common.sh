@@ -42,10 +42,11 @@ count_tests() {
     grep -cE "<testcase .*status=\"($(IFS='|' && echo "$*"))\"" "$results" || true
 }
 
-# show_failures RESULTS LOG: the names of the tests that failed or did not run, and what they said.
+# show_failures RESULTS: the names of the tests of a JUnit file that failed or did not run, and what the first ones said.
 show_failures() {
     sed -nE 's/.*<testcase name="([^"]*)".*status="(fail|notrun|disabled)".*/tolvex: \2: \1/p' "$1" | head -n 40
-    grep -E 'Failure|error:|ERROR:|Expected|Which is|FAILED' "$2" | head -n 60 || true
+    sed -nE '/<testcase .*status="fail"/,/<\/testcase>/p' "$1" | sed -E 's/^[[:space:]]*<[^>]*>//; s/<[^>]*>//g' |
+        sed 's/&lt;/</g; s/&gt;/>/g; s/&quot;/"/g; s/&apos;/'"'"'/g; s/&amp;/\&/g' | grep -v '^[[:space:]]*$' | head -n 120 || true
 }
 
 # run_tests PRESET [COMMAND...]: runs the tests of a built preset, with the command in front of ctest, and adds to `passed`
@@ -70,7 +71,7 @@ run_tests() {
         now_failed=1
     fi
     if [ "$now_failed" -gt 0 ]; then
-        [ ! -f "$results" ] || show_failures "$results" "$log" >&2
+        [ ! -f "$results" ] || show_failures "$results" >&2
         say "all of the output: $log" >&2
     fi
     passed=$((passed + now_passed))
