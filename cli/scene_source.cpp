@@ -157,7 +157,7 @@ std::string sceneName(const fs::path& scene) {
 std::vector<ReadableFormat> readableFormats() {
     std::vector<ReadableFormat> formats{
         {"Scene snapshot", {"scene.json", "scene.cbor", "json", "cbor"}, {}, {}}, aseFormat()};
-    std::ranges::move(assimpFormats(), std::back_inserter(formats));
+    std::ranges::copy(assimpFormats(), std::back_inserter(formats));
     return formats;
 }
 

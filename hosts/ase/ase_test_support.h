@@ -9,44 +9,18 @@
 #include <string>
 #include <string_view>
 
-#include "base/text.h"
 #include "hosts/ase/ase_reader.h"
 #include "hosts/snapshot/scene_error.h"
 #include "hosts/snapshot/snapshot_io.h"
+#include "hosts/snapshot/snapshot_test_support.h"
 
 namespace velinor {
 
 // A scene as read, with the notes that came with it.
-struct ReadAse {
-    SceneSnapshot scene;
+struct ReadAse : SceneUnderTest {
     ImportNotes notes;
 
-    // The k-th node of that name; fails the test where there is none.
-    const SnapshotNode& node(std::u16string_view name, int k = 0) const {
-        for (const SnapshotNode& node : scene.nodes) {
-            if (node.name == name && k-- == 0) return node;
-        }
-        ADD_FAILURE() << "no such node: " << toUtf8(name);
-        static const SnapshotNode none;
-        return none;
-    }
-
-    const SnapshotMesh& mesh(std::u16string_view name) const {
-        const SnapshotNode& found = node(name);
-        if (found.object && found.object->mesh) return scene.meshes[*found.object->mesh];
-        ADD_FAILURE() << "no mesh at node " << toUtf8(name);
-        static const SnapshotMesh none;
-        return none;
-    }
-
-    const SnapshotMaterial& material(std::u16string_view name) const {
-        for (const SnapshotMaterial& material : scene.materials) {
-            if (material.name == name) return material;
-        }
-        ADD_FAILURE() << "no such material: " << toUtf8(name);
-        static const SnapshotMaterial none;
-        return none;
-    }
+    const SnapshotMesh& mesh(std::u16string_view name) const { return meshOf(node(name)); }
 
     // How many notes about `subject` have `part` in their text.
     int notesOf(std::string_view subject, std::string_view part) const {

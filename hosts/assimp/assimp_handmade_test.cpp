@@ -645,7 +645,7 @@ TEST(AssimpEndings, AreKnownInAnyCase) {
 }
 
 TEST(AssimpFormats, AreSortedAndSayWhatIsLost) {
-    const auto formats = assimpFormats();
+    const auto& formats = assimpFormats();
     EXPECT_TRUE(std::ranges::is_sorted(formats, {}, &ReadableFormat::endings));
     for (const ReadableFormat& format : formats) {
         EXPECT_FALSE(format.name.empty());
@@ -670,7 +670,7 @@ TEST(AssimpFormats, HaveTheirOwnFacts) {
         {"Blender 3D (http://www.blender3d.org)", "modifiers"},
         {"Industry Foundation Classes (IFC)", "lights and cameras"},
     };
-    const auto formats = assimpFormats();
+    const auto& formats = assimpFormats();
     for (const auto& [name, lost] : kExpected) {
         const auto format = std::ranges::find(formats, name, &ReadableFormat::name);
         ASSERT_NE(format, formats.end()) << name;

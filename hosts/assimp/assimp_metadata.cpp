@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "hosts/import/import_text.h"
 
 namespace velinor {
 namespace {
@@ -103,12 +104,6 @@ std::optional<std::int32_t> asInteger(const aiMetadataEntry& entry) {
         default:
             return std::nullopt;
     }
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
 // The whole of `text` as a decimal integer.

@@ -70,9 +70,7 @@ const std::vector<FormatFacts>& knownFacts() {
     return kFacts;
 }
 
-}  // namespace
-
-std::vector<ReadableFormat> assimpFormats() {
+std::vector<ReadableFormat> listFormats() {
     const auto importer = makeImporter();
     std::vector<ReadableFormat> formats;
     for (std::size_t i = 0; i < importer->GetImporterCount(); ++i) {
@@ -91,6 +89,13 @@ std::vector<ReadableFormat> assimpFormats() {
     std::ranges::sort(formats, {},
                       [](const ReadableFormat& format) { return std::tie(format.endings, format.name); });
     return formats;
+}
+
+}  // namespace
+
+const std::vector<ReadableFormat>& assimpFormats() {
+    static const std::vector<ReadableFormat> kFormats = listFormats();
+    return kFormats;
 }
 
 bool canReadWithAssimp(const std::filesystem::path& file) {

@@ -29,7 +29,7 @@ struct AssimpOptions {
 };
 
 // The formats that can be read, by their endings.
-std::vector<ReadableFormat> assimpFormats();
+const std::vector<ReadableFormat>& assimpFormats();
 
 // Whether the ending of `file` is one of theirs, in small or capital letters. The file need not exist.
 bool canReadWithAssimp(const std::filesystem::path& file);

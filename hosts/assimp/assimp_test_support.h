@@ -14,6 +14,7 @@
 #include "hosts/assimp/assimp_reader.h"
 #include "hosts/snapshot/scene_error.h"
 #include "hosts/snapshot/snapshot_io.h"
+#include "hosts/snapshot/snapshot_test_support.h"
 #include "platform/temporary_folder.h"
 
 namespace velinor {
@@ -29,51 +30,12 @@ class ScratchFolder : public TemporaryFolder {
 };
 
 // A scene as read, with the notes that came with it.
-struct ReadScene {
-    SceneSnapshot scene;
+struct ReadScene : SceneUnderTest {
     ImportNotes notes;
-
-    // The k-th node of that name, in order; fails the test where there is none.
-    const SnapshotNode& node(std::u16string_view name, int k = 0) const {
-        for (const SnapshotNode& node : scene.nodes) {
-            if (node.name == name && k-- == 0) return node;
-        }
-        ADD_FAILURE() << "no such node: " << toUtf8(name);
-        static const SnapshotNode none;
-        return none;
-    }
 
     std::int32_t type(std::u16string_view name) const {
         const SnapshotNode& found = node(name);
         return found.object ? found.object->type : -1;
-    }
-
-    const SnapshotMesh& meshOf(const SnapshotNode& node) const {
-        if (node.object && node.object->mesh) return scene.meshes[*node.object->mesh];
-        ADD_FAILURE() << "no mesh at node " << toUtf8(node.name);
-        static const SnapshotMesh none;
-        return none;
-    }
-
-    const SnapshotMaterial& materialOf(const SnapshotNode& node) const {
-        if (node.material) return scene.materials[*node.material];
-        ADD_FAILURE() << "no material at node " << toUtf8(node.name);
-        static const SnapshotMaterial none;
-        return none;
-    }
-
-    std::size_t countOfType(std::int32_t type) const {
-        std::size_t count = 0;
-        for (const SnapshotNode& node : scene.nodes)
-            count += node.object && node.object->type == type ? 1U : 0U;
-        return count;
-    }
-
-    std::size_t triangles() const {
-        std::size_t count = 0;
-        for (const SnapshotMesh& mesh : scene.meshes)
-            count += mesh.faces.size();
-        return count;
     }
 
     bool isNoted(std::string_view subject, std::string_view part) const {

@@ -5,16 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/import/import_text.h"
+
 namespace velinor {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 class Lines {
   public:

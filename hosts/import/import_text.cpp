@@ -50,6 +50,12 @@ std::string oneLine(std::string_view text) {
     return printable(toUtf8(toUtf16Lossy(line)));
 }
 
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
 std::string lowerCase(std::string text) {
     std::ranges::transform(text, text.begin(), lower);
     return text;

@@ -16,6 +16,9 @@ std::u16string fromWindows1252(std::string_view bytes);
 // `text` in one line without control characters: runs of blanks and line ends become one blank.
 std::string oneLine(std::string_view text);
 
+// `text` without blanks, tabs and line ends at both ends.
+std::string_view trimmed(std::string_view text);
+
 // `text` with its ASCII letters in small, and whether two texts are the same in this form.
 std::string lowerCase(std::string text);
 bool isSameButCase(std::string_view a, std::string_view b);

@@ -17,6 +17,13 @@ TEST(ImportText, OneLineHasNoRunsOfBlanksAndNoControlCharacters) {
     EXPECT_EQ(oneLine(" \n"), "");
 }
 
+TEST(ImportText, IsTrimmedAtBothEnds) {
+    EXPECT_EQ(trimmed(" \ta b\r\n"), "a b");
+    EXPECT_EQ(trimmed("a"), "a");
+    EXPECT_EQ(trimmed(" \n"), "");
+    EXPECT_EQ(trimmed(""), "");
+}
+
 TEST(ImportText, CaseCountsForLettersBeyondAsciiAlone) {
     EXPECT_EQ(lowerCase("aZ\xC3\x84"), "az\xC3\x84");
     EXPECT_TRUE(isSameButCase("Room.ASE", "rOOM.ase"));

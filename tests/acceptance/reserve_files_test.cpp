@@ -17,8 +17,8 @@ using host::IGameObject;
 
 TEST(ReserveFiles, BinaryGltfWithAnImageWithinAndATurnedRoot) {
     const SceneReading read(modelFile("glTF2/BoxTextured-glTF-Binary/BoxTextured.glb"));
-    ASSERT_EQ(read.scene().roots.size(), 1U);
-    const SnapshotNode& root = read.scene().nodes.at(read.scene().roots[0]);
+    ASSERT_EQ(read.scene.roots.size(), 1U);
+    const SnapshotNode& root = read.scene.nodes.at(read.scene.roots[0]);
     EXPECT_EQ(root.worldTransform[1][2], -1) << "the root of the file is a node, and turned by 90 degrees";
     EXPECT_EQ(read.triangles(), 12U);
     const std::u16string image = read.bitmapOfParameter(read.material(u"Texture"), u"base_color_map");
@@ -28,26 +28,26 @@ TEST(ReserveFiles, BinaryGltfWithAnImageWithinAndATurnedRoot) {
 TEST(ReserveFiles, ColladaWithEveryKindOfLight) {
     const SceneReading read(modelFile("Collada/lights.dae"));
     std::vector<std::int32_t> types;
-    for (const SnapshotNode& node : read.scene().nodes) {
+    for (const SnapshotNode& node : read.scene.nodes) {
         if (node.object->type == IGameObject::IGAME_LIGHT) types.push_back(node.object->light->type);
     }
     EXPECT_THAT(types, testing::UnorderedElementsAre(host::OMNI_LGT, host::OMNI_LGT, host::SPOT_LGT,
                                                      host::DIRECT_LGT));
     EXPECT_THAT(read.said(), testing::HasSubstr("1 node (\"Hemi\") has an ambient light, which is left out"));
-    EXPECT_TRUE(read.scene().meshes.empty());
+    EXPECT_TRUE(read.scene.meshes.empty());
 }
 
 TEST(ReserveFiles, ColladaWithTwoChannelsOfThreeComponents) {
     const SceneReading read(modelFile("Collada/cube_with_2UVs.DAE"));
-    ASSERT_EQ(read.scene().meshes.size(), 1U);
-    const auto& maps = read.scene().meshes[0].maps;
+    ASSERT_EQ(read.scene.meshes.size(), 1U);
+    const auto& maps = read.scene.meshes[0].maps;
     ASSERT_EQ(maps.size(), 2U);
     EXPECT_NE(maps.at(1).vertices, maps.at(2).vertices);
 }
 
 TEST(ReserveFiles, FbxWithNamesInCyrillic) {
     const SceneReading read(modelFile("FBX/cubes_with_names.fbx"));
-    const bool isThere = std::ranges::any_of(read.scene().nodes, [](const SnapshotNode& node) {
+    const bool isThere = std::ranges::any_of(read.scene.nodes, [](const SnapshotNode& node) {
         return std::ranges::any_of(node.name, [](char16_t c) { return c >= 0x0400 && c < 0x0500; });
     });
     EXPECT_TRUE(isThere);
@@ -56,7 +56,7 @@ TEST(ReserveFiles, FbxWithNamesInCyrillic) {
 TEST(ReserveFiles, ThreeDsWithAnOpacity) {
     const SceneReading read(modelFile("3DS/cubes_with_alpha.3DS"));
     float least = 1;
-    for (const SnapshotMaterial& material : read.scene().materials)
+    for (const SnapshotMaterial& material : read.scene.materials)
         least = std::min(least, material.opacity);
     EXPECT_NEAR(least, 0.83F, 0.005F);
 }
@@ -76,14 +76,14 @@ TEST(ReserveFiles, StlFromMax) {
 TEST(ReserveFiles, AseInUtf16) {
     const SceneReading read(modelFile("ASE/ThreeCubesGreen_UTF16LE.ASE"));
     const SceneReading plain(modelFile("ASE/ThreeCubesGreen.ASE"));
-    EXPECT_TRUE(read.scene() == plain.scene());
+    EXPECT_TRUE(read.scene == plain.scene);
     EXPECT_EQ(read.countOfType(IGameObject::IGAME_MESH), 3U);
-    EXPECT_EQ(read.scene().materials.size(), 3U);
+    EXPECT_EQ(read.scene.materials.size(), 3U);
 }
 
 TEST(ReserveFiles, InfiniteCoordinatesAreLeftOut) {
     const SceneReading read(modelFile("glTF2/BoxWithInfinites-glTF-Binary/BoxWithInfinites.glb"));
-    EXPECT_TRUE(read.scene().meshes.empty());
+    EXPECT_TRUE(read.scene.meshes.empty());
     EXPECT_THAT(read.said(), testing::HasSubstr("12 triangles with coordinates that are not finite"));
 }
 

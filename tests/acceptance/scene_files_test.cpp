@@ -346,9 +346,9 @@ class RealScene : public testing::TestWithParam<SceneFile> {
                 .helpers = reading_.countOfType(IGameObject::IGAME_HELPER),
                 .lights = reading_.countOfType(IGameObject::IGAME_LIGHT),
                 .cameras = reading_.countOfType(IGameObject::IGAME_CAMERA),
-                .meshes = reading_.scene().meshes.size(),
+                .meshes = reading_.scene.meshes.size(),
                 .triangles = reading_.triangles(),
-                .materials = reading_.scene().materials.size()};
+                .materials = reading_.scene.materials.size()};
     }
 
     void expectPlacesInScene() const {
@@ -364,7 +364,7 @@ class RealScene : public testing::TestWithParam<SceneFile> {
     void expectScenePlacedInPackage() const {
         std::vector<PackageNode> nodes = readPackageNodes(package() / "index.jsx");
         std::erase_if(nodes, [](const PackageNode& node) { return node.isHelperLight; });
-        const auto placed = placedNodes(reading_.scene());
+        const auto placed = placedNodes(reading_.scene);
         ASSERT_EQ(nodes.size(), placed.size());
         for (std::size_t i = 0; i < nodes.size(); ++i) {
             SCOPED_TRACE("node " + toUtf8(placed[i]->name));
@@ -383,7 +383,7 @@ class RealScene : public testing::TestWithParam<SceneFile> {
     void expectStartCamera() const {
         const auto where = nlohmann::json::parse(bytesOf(package() / "where.json"));
         const auto position = where.at("camera").at("position");
-        for (const SnapshotNode& node : reading_.scene().nodes) {
+        for (const SnapshotNode& node : reading_.scene.nodes) {
             if (node.object->type != IGameObject::IGAME_CAMERA) continue;
             return expectNear({position.at("x"), position.at("y"), position.at("z")},
                               packagePoint(node.worldTransform.Translation()), 1e-3);

@@ -12,17 +12,8 @@
 #include "tests/support/run_command.h"
 
 namespace velinor {
-namespace {
 
 namespace fs = std::filesystem;
-
-template <typename Item>
-const Item& noSuch() {
-    static const Item none;
-    return none;
-}
-
-}  // namespace
 
 fs::path modelFile(const std::string& name) {
     const fs::path file = fs::path(TOLVEX_TEST_MODELS) / name;
@@ -53,64 +44,25 @@ SceneReading::SceneReading(const fs::path& file, const std::vector<std::string>&
     const CommandResult result = runTolvex(arguments);
     EXPECT_EQ(result.status, 0) << result.err;
     said_ = result.err;
-    if (result.status == 0) scene_ = readSnapshot(bytesOf(snapshot), SnapshotEncoding::json, utf8Path(file));
-}
-
-const SnapshotNode& SceneReading::node(std::u16string_view name, int place) const {
-    for (const SnapshotNode& node : scene_.nodes) {
-        if (node.name == name && place-- == 0) return node;
-    }
-    complain("node", name);
-    return noSuch<SnapshotNode>();
+    if (result.status == 0) scene = readSnapshot(bytesOf(snapshot), SnapshotEncoding::json, utf8Path(file));
 }
 
 std::u16string SceneReading::parentOf(const SnapshotNode& node) const {
-    const auto reference = static_cast<SnapshotRef>(&node - scene_.nodes.data());
-    for (const SnapshotNode& parent : scene_.nodes) {
+    const auto reference = static_cast<SnapshotRef>(&node - scene.nodes.data());
+    for (const SnapshotNode& parent : scene.nodes) {
         if (std::ranges::find(parent.children, reference) != parent.children.end()) return parent.name;
     }
     return {};
-}
-
-std::size_t SceneReading::countOfType(std::int32_t type) const {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        scene_.nodes, [type](const SnapshotNode& node) { return node.object && node.object->type == type; }));
-}
-
-const SnapshotMesh& SceneReading::meshOf(const SnapshotNode& node) const {
-    if (node.object && node.object->mesh) return scene_.meshes.at(*node.object->mesh);
-    complain("mesh of node", node.name);
-    return noSuch<SnapshotMesh>();
-}
-
-std::size_t SceneReading::triangles() const {
-    std::size_t count = 0;
-    for (const SnapshotMesh& mesh : scene_.meshes)
-        count += mesh.faces.size();
-    return count;
 }
 
 std::size_t SceneReading::trianglesWithId(const SnapshotMesh& mesh, std::uint16_t id) {
     return static_cast<std::size_t>(std::ranges::count(mesh.materialIds, id));
 }
 
-const SnapshotMaterial& SceneReading::material(std::u16string_view name) const {
-    const auto found = std::ranges::find(scene_.materials, name, &SnapshotMaterial::name);
-    if (found != scene_.materials.end()) return *found;
-    complain("material", name);
-    return noSuch<SnapshotMaterial>();
-}
-
-const SnapshotMaterial& SceneReading::materialOf(const SnapshotNode& node) const {
-    if (node.material) return scene_.materials.at(*node.material);
-    complain("material of node", node.name);
-    return noSuch<SnapshotMaterial>();
-}
-
 std::u16string SceneReading::bitmap(std::optional<SnapshotRef> map) const {
-    while (map && !scene_.maps.at(*map).subMaps.empty())
-        map = scene_.maps[*map].subMaps.front();
-    return map ? scene_.maps.at(*map).bitmap : u"";
+    while (map && !scene.maps.at(*map).subMaps.empty())
+        map = scene.maps[*map].subMaps.front();
+    return map ? scene.maps.at(*map).bitmap : u"";
 }
 
 std::u16string SceneReading::bitmapOfParameter(const SnapshotMaterial& of, std::u16string_view name) const {
@@ -131,10 +83,6 @@ fs::path SceneReading::fileOf(std::u16string_view bitmap) const {
 const SnapshotProperty* SceneReading::findProperty(const SnapshotMaterial& of, std::u16string_view name) {
     const auto found = std::ranges::find(of.properties, name, &SnapshotProperty::name);
     return found == of.properties.end() ? nullptr : &*found;
-}
-
-void SceneReading::complain(const char* what, std::u16string_view name) {
-    ADD_FAILURE() << "no such " << what << ": " << toUtf8(name);
 }
 
 float determinant(const SnapshotNode& node) {

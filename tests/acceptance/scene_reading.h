@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/snapshot/scene_snapshot.h"
+#include "hosts/snapshot/snapshot_test_support.h"
 #include "platform/temporary_folder.h"
 
 namespace velinor {
@@ -22,30 +22,19 @@ std::filesystem::path acceptanceFile(const std::string& name);
 // The content of a file, or "" where there is none.
 std::string bytesOf(const std::filesystem::path& file);
 
-// What the command reads of a scene file, by way of a snapshot in JSON. A test that asks for what the scene
-// does not have fails.
-class SceneReading {
+// What the command reads of a scene file, by way of a snapshot in JSON.
+class SceneReading : public SceneUnderTest {
   public:
     // Fails the test where the command does not end with status 0; the scene is empty then.
     explicit SceneReading(const std::filesystem::path& file, const std::vector<std::string>& options = {});
 
-    const SceneSnapshot& scene() const { return scene_; }
     const std::string& said() const { return said_; }  // on standard error
 
-    // The node of that name; of several the one with `place` others before it.
-    const SnapshotNode& node(std::u16string_view name, int place = 0) const;
     // The name of the node above it; "" at the top level.
     std::u16string parentOf(const SnapshotNode& node) const;
-    // How many nodes have an object of this type (host::IGameObject).
-    std::size_t countOfType(std::int32_t type) const;
-
-    const SnapshotMesh& meshOf(const SnapshotNode& node) const;
-    std::size_t triangles() const;  // of all meshes
     // How many triangles have a material ID.
     static std::size_t trianglesWithId(const SnapshotMesh& mesh, std::uint16_t id);
 
-    const SnapshotMaterial& material(std::u16string_view name) const;
-    const SnapshotMaterial& materialOf(const SnapshotNode& node) const;
     // The value of a material's parameter.
     template <typename Value>
     Value parameter(const SnapshotMaterial& of, std::u16string_view name) const {
@@ -64,10 +53,8 @@ class SceneReading {
 
   private:
     static const SnapshotProperty* findProperty(const SnapshotMaterial& of, std::u16string_view name);
-    static void complain(const char* what, std::u16string_view name);
 
     TemporaryFolder folder_;
-    SceneSnapshot scene_;
     std::string said_;
 };
 

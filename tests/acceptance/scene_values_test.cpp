@@ -78,7 +78,7 @@ TEST(SceneValues, PhysicalMaterialOfMaxBelowATurnedAxis) {
     EXPECT_EQ(read.parameter<float>(material, u"roughness"), 0.5F);
     EXPECT_EQ(read.parameter<float>(material, u"metalness"), 0.25F);
     EXPECT_EQ(read.parameter<float>(material, u"transparency"), 0);
-    EXPECT_EQ(read.scene().maps.size(), 6U);
+    EXPECT_EQ(read.scene.maps.size(), 6U);
     const std::map<std::u16string, std::string> images{{u"base_color_map", "albedo.png"},
                                                        {u"bump_map", "normal.png"},
                                                        {u"roughness_map", "roughness.png"},
@@ -87,13 +87,13 @@ TEST(SceneValues, PhysicalMaterialOfMaxBelowATurnedAxis) {
     for (const auto& [parameter, file] : images)
         EXPECT_EQ(lastName(read.bitmapOfParameter(material, parameter)), file) << toUtf8(parameter);
     const auto normal = read.parameter<SnapshotMapProperty>(material, u"bump_map").map;
-    EXPECT_EQ(read.scene().maps.at(normal.value()).className, u"Normal Bump");
+    EXPECT_EQ(read.scene.maps.at(normal.value()).className, u"Normal Bump");
     EXPECT_THAT(read.said(), testing::HasSubstr("albedo.png\" is missing"));
 }
 
 TEST(SceneValues, MirroredNodesWithPivotsAndOneNameTwice) {
     const SceneReading read(modelFile("FBX/cubes_with_mirroring_and_pivot.fbx"));
-    EXPECT_EQ(read.scene().roots.size(), 2U);
+    EXPECT_EQ(read.scene.roots.size(), 2U);
     EXPECT_EQ(read.parentOf(read.node(u"Cube1")), u"Cube2");
     EXPECT_EQ(read.parentOf(read.node(u"Cube1", 1)), u"Cube3");
     EXPECT_LT(determinant(read.node(u"Cube2")), 0);
@@ -115,14 +115,14 @@ TEST(SceneValues, BinaryFbxWithPathsOfAnotherMachine) {
                                                       {u"BeinTex", "drkwood2.jpg"},
                                                       {u"HLeibTex", "SpiderTex.jpg"},
                                                       {u"Skin", "wal67ar_small.jpg"}};
-    EXPECT_EQ(read.scene().materials.size(), files.size());
+    EXPECT_EQ(read.scene.materials.size(), files.size());
     for (const auto& [material, file] : files)
         EXPECT_EQ(read.fileOf(read.bitmapOfSlot(read.material(material), 1)), images / file);
 }
 
 TEST(SceneValues, UnnamedNodesThatShareMeshesOfSeveralMaterials) {
     const SceneReading read(modelFile("glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb"));
-    const SceneSnapshot& scene = read.scene();
+    const SceneSnapshot& scene = read.scene;
     EXPECT_EQ(scene.nodes.size(), 82U);
     std::map<SnapshotRef, std::size_t> nodesOfMesh;
     std::map<SnapshotRef, std::set<std::uint16_t>> partsOfMesh;
@@ -163,7 +163,7 @@ TEST(SceneValues, TrianglesWithACornerTwiceAreCounted) {
 TEST(SceneValues, MetallicRoughnessMaterialsWithPngAndJpeg) {
     const fs::path file = modelFile("glTF2/ClearCoat-glTF/ClearCoatTest.gltf");
     const SceneReading read(file);
-    for (const SnapshotMaterial& material : read.scene().materials)
+    for (const SnapshotMaterial& material : read.scene.materials)
         EXPECT_EQ(material.className, u"Physical Material") << toUtf8(material.name);
     EXPECT_EQ(read.parentOf(read.node(u"BaseLayerSample")), u"R0_SimpleCoatTest");
     EXPECT_EQ(read.node(u"R0_SimpleCoatTest").object->type, IGameObject::IGAME_HELPER);
@@ -191,7 +191,7 @@ TEST(SceneValues, ThreeMaterialsOnOneMeshOfMax) {
         {u"bottom", "bottom.tga"}, {u"top", "top.tga"}, {u"side", "updown.tga"}};
     std::set<std::u16string> parts;
     for (const SnapshotSubMaterial& part : read.materialOf(box).subMaterials) {
-        const SnapshotMaterial& material = read.scene().materials.at(part.material.value());
+        const SnapshotMaterial& material = read.scene.materials.at(part.material.value());
         parts.insert(material.name);
         const fs::path image = read.fileOf(read.bitmapOfSlot(material, 1));
         EXPECT_EQ(utf8Path(image.filename()), files.at(material.name));
@@ -220,7 +220,7 @@ TEST(SceneValues, ScaledAndTurnedNodesWithNamesInCapitals) {
     expectRow(box, 0, 0, 0, 0.1014374F, 1e-6F);
     expectRow(box, 1, 0.1014374F, 0, 0, 1e-6F);
     expectRow(box, 2, 0, 0.1014374F, 0, 1e-6F);
-    for (const SnapshotMaterial& material : read.scene().materials) {
+    for (const SnapshotMaterial& material : read.scene.materials) {
         const fs::path image = read.fileOf(read.bitmapOfSlot(material, 1));
         EXPECT_TRUE(fs::is_regular_file(image)) << image;
         EXPECT_EQ(image.parent_path(), modelFile("3DS"));
@@ -234,12 +234,12 @@ TEST(SceneValues, GroupsOfAnObjWithALibraryOfMaterials) {
                                                       {u"Brusttex", "wal69ar_small.jpg"},
                                                       {u"HLeibTex", "SpiderTex.jpg"},
                                                       {u"Skin", "wal67ar_small.jpg"}};
-    ASSERT_EQ(read.scene().materials.size(), files.size());
-    for (const SnapshotMaterial& material : read.scene().materials) {
+    ASSERT_EQ(read.scene.materials.size(), files.size());
+    for (const SnapshotMaterial& material : read.scene.materials) {
         SCOPED_TRACE(toUtf8(material.name));
         EXPECT_EQ(read.fileOf(read.bitmapOfSlot(material, 1)), modelFile("OBJ/" + files.at(material.name)));
     }
-    for (const SnapshotNode& node : read.scene().nodes)
+    for (const SnapshotNode& node : read.scene.nodes)
         expectUpright(node);
 }
 
@@ -265,7 +265,7 @@ std::map<std::string, std::array<float, 12>> rowsInAse(const fs::path& file) {
 void expectRowsOf(const SceneReading& read, const fs::path& file) {
     const auto rows = rowsInAse(file);
     std::size_t compared = 0;
-    for (const SnapshotNode& node : read.scene().nodes) {
+    for (const SnapshotNode& node : read.scene.nodes) {
         const auto found = rows.find(toUtf8(node.name));
         if (found == rows.end()) continue;
         ++compared;
@@ -274,13 +274,13 @@ void expectRowsOf(const SceneReading& read, const fs::path& file) {
             expectRow(node, row, found->second[at], found->second[at + 1], found->second[at + 2], 0);
         }
     }
-    EXPECT_EQ(compared, read.scene().nodes.size());
+    EXPECT_EQ(compared, read.scene.nodes.size());
 }
 
 TEST(SceneValues, AseWithLightsACameraAndIds) {
     const fs::path file = modelFile("ASE/anim2.ASE");
     const SceneReading read(file);
-    EXPECT_EQ(read.scene().nodes.size(), 6U);
+    EXPECT_EQ(read.scene.nodes.size(), 6U);
     expectRowsOf(read, file);
     EXPECT_EQ(read.node(u"FDirect01").object->light->type, host::DIRECT_LGT);
     EXPECT_EQ(read.node(u"FDirect02").object->light->type, host::DIRECT_LGT);
@@ -296,19 +296,19 @@ TEST(SceneValues, AseWithLightsACameraAndIds) {
 TEST(SceneValues, AseOfABodyWithItsHierarchy) {
     const fs::path file = modelFile("ASE/MotionCaptureROM.ase");
     const SceneReading read(file);
-    EXPECT_EQ(read.scene().nodes.size(), 31U);
-    EXPECT_EQ(read.scene().roots.size(), 1U);
+    EXPECT_EQ(read.scene.nodes.size(), 31U);
+    EXPECT_EQ(read.scene.roots.size(), 1U);
     expectRowsOf(read, file);
     EXPECT_EQ(read.parentOf(read.node(u"Bip01 R Zeh0Nub")), u"Bip01 R Zeh0");
     EXPECT_EQ(read.parentOf(read.node(u"Bip01 R Oberschenkel")), u"Bip01 Wirbels_ule");
     std::uint32_t groups = 0;
-    for (const SnapshotMesh& mesh : read.scene().meshes) {
+    for (const SnapshotMesh& mesh : read.scene.meshes) {
         for (const std::uint32_t mask : mesh.smoothing)
             groups |= mask;
         EXPECT_TRUE(mesh.maps.empty());
     }
     EXPECT_EQ(groups, 0x1FFFFU) << "groups 1 to 17";
-    EXPECT_EQ(read.scene().materials.size(), 0U);
+    EXPECT_EQ(read.scene.materials.size(), 0U);
 }
 
 }  // namespace

@@ -114,12 +114,12 @@ TEST(AseAndFbx, HoldTheSameTree) {
     for (const char* ending : {".ase", ".fbx"}) {
         SCOPED_TRACE(ending);
         const SceneReading read(acceptanceFile(std::string("scenes/yard") + ending));
-        ASSERT_EQ(read.scene().nodes.size(), 8U);
+        ASSERT_EQ(read.scene.nodes.size(), 8U);
         EXPECT_EQ(read.parentOf(read.node(u"Lid [open: 1]")), u"Base");
         const SnapshotNode& first = read.node(u"Group");
         const SnapshotNode& second = read.node(u"Group", 1);
-        EXPECT_EQ(read.scene().nodes.at(first.children.at(0)).name, u"Left");
-        EXPECT_EQ(read.scene().nodes.at(second.children.at(0)).name, u"Right [kind: door]");
+        EXPECT_EQ(read.scene.nodes.at(first.children.at(0)).name, u"Left");
+        EXPECT_EQ(read.scene.nodes.at(second.children.at(0)).name, u"Right [kind: door]");
         EXPECT_LT(determinant(read.node(u"Left")), 0);
         EXPECT_NEAR(determinant(read.node(u"Right [kind: door]")), 1, 1e-3);
         const SnapshotNode& lid = read.node(u"Lid [open: 1]");
@@ -176,7 +176,7 @@ TEST_P(OneSource, GivesTheSameMeshesInTheSamePlaces) {
     EXPECT_EQ(one.countOfType(host::IGameObject::IGAME_MESH), GetParam().meshNodes);
     EXPECT_EQ(other.countOfType(host::IGameObject::IGAME_MESH), GetParam().meshNodes);
     EXPECT_EQ(one.triangles(), other.triangles());
-    for (const SnapshotNode& node : one.scene().nodes) {
+    for (const SnapshotNode& node : one.scene.nodes) {
         if (!node.object->mesh) continue;
         SCOPED_TRACE(toUtf8(node.name));
         const SnapshotNode& counterpart = other.node(node.name);
