@@ -12,7 +12,7 @@ namespace {
 // threads start meanwhile.
 Handle inheritable(HANDLE handle) {
     HANDLE copy = nullptr;
-    const HANDLE self = GetCurrentProcess();
+    HANDLE self = GetCurrentProcess();
     if (DuplicateHandle(self, handle, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) == 0)
         throwLastError("DuplicateHandle");
     return Handle(copy);

@@ -7,7 +7,7 @@
 namespace velinor {
 
 std::wstring fileNameKey(const std::filesystem::path& path) {
-    const std::wstring name = std::filesystem::path(path).make_preferred().native();
+    std::wstring name = std::filesystem::path(path).make_preferred().native();
     const int units = static_cast<int>(name.size());
     // Unit by unit, as the file system compares; the language of the user plays no part.
     std::wstring key(name.size(), L'\0');

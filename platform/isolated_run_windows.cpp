@@ -94,7 +94,7 @@ std::uint64_t memoryUsed() {
 
 // This process's end of a pipe, taken away from the streams of the C library.
 Handle takeStream(DWORD stream) {
-    const HANDLE self = GetCurrentProcess();
+    HANDLE self = GetCurrentProcess();
     HANDLE copy = nullptr;
     if (DuplicateHandle(self, GetStdHandle(stream), self, &copy, 0, FALSE, DUPLICATE_SAME_ACCESS) == 0)
         leave(kBroken);
