@@ -146,7 +146,8 @@ ExitStatus runExport(const ExportArguments& arguments) {
     progress.clear();
 
     writeResult(arguments, {package, countsOf(exporter.context.nodes), report, source.notes});
-    return arguments.strict && report.count(Severity::skipped) > 0 ? kFaultsFound : kDone;
+    const bool isAnythingSkipped = report.count(Severity::skipped) > 0 || source.notes.hasLosses();
+    return arguments.strict && isAnythingSkipped ? kFaultsFound : kDone;
 }
 
 }  // namespace velinor

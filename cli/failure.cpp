@@ -36,6 +36,7 @@ std::string adviceFor(const std::string& operation, const fs::filesystem_error& 
     if (operation == "remove") return removeAdvice(error);
     if (operation == "create_directory")
         return "make sure that the folder above it exists and can be written to";
+    if (operation == "write") return "check the free space there and the permissions";
     if (operation == "copy") return "check the free space there and the permissions of both";
     return "check the path and its permissions";
 }

@@ -1,48 +1,30 @@
 #include "cli/isolated_import.h"
 
-#include <algorithm>
-#include <charconv>
 #include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/text.h"
+#include "cli/command_error.h"
+#include "cli/failure.h"
+#include "cli/scene_handover.h"
+#include "cli/sized_text.h"
 #include "hosts/snapshot/scene_error.h"
-#include "hosts/snapshot/snapshot_io.h"
 
 namespace velinor {
 namespace {
 
 // What a message of the importing process is about: its first byte.
 enum class Kind : char {
-    phase = 'p',     // total, line feed, name
-    advance = 'a',   // amount
-    note = 'n',      // size of the subject, line feed, subject, text
-    error = 'e',     // text
-    snapshot = 's',  // CBOR
+    phase = 'p',    // total, line feed, name
+    advance = 'a',  // amount
+    note = 'n',     // size of the subject, line feed, subject, text
+    hint = 'h',     // as a note
+    error = 'e',    // of the scene file: text
+    failure = 'f',  // of the file system: text
+    scene = 's',    // packed
 };
-
-std::uint64_t takeNumber(std::string_view& text) {
-    std::uint64_t number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
-    if (text.starts_with('\n')) text.remove_prefix(1);
-    return number;
-}
-
-// Texts one after the other, each after its size.
-void appendText(std::string& bytes, std::string_view text) {
-    bytes += std::to_string(text.size()) + "\n";
-    bytes += text;
-}
-
-std::string_view takeText(std::string_view& bytes) {
-    const std::uint64_t size = std::min<std::uint64_t>(takeNumber(bytes), bytes.size());
-    const std::string_view text = bytes.substr(0, size);
-    bytes.remove_prefix(size);
-    return text;
-}
 
 // What the importing process has to know.
 struct Request {
@@ -124,16 +106,17 @@ void import(std::string_view input, const SendMessage& send) {
     Sender sender(send, request.limits);
     try {
         ImportNotes notes;
-        const SceneSnapshot scene = readWithAssimp(request.file, request.options, sender, notes);
-        for (const auto& [subject, text] : notes.notes()) {
-            std::string note;
-            appendText(note, subject);
-            note += text;
-            sender.send(Kind::note, note);
+        SceneSnapshot scene = readWithAssimp(request.file, request.options, sender, notes);
+        for (const ImportNote& note : notes.notes()) {
+            std::string bytes;
+            appendText(bytes, note.subject);
+            sender.send(note.isLoss ? Kind::note : Kind::hint, bytes + note.text);
         }
-        sender.send(Kind::snapshot, writeSnapshot(scene, SnapshotEncoding::cbor));
+        sender.send(Kind::scene, packedScene(std::move(scene)));
     } catch (const std::bad_alloc&) {
         throw;
+    } catch (const std::filesystem::filesystem_error& error) {
+        sender.send(Kind::failure, failureOf(error).text);
     } catch (const std::exception& error) {
         sender.send(Kind::error, error.what());
     }
@@ -146,10 +129,12 @@ struct Receiver {
     Progress& progress;
     ImportNotes& notes;
     std::string phase{};
-    std::string snapshot{};
+    std::string scene{};
     std::optional<std::string> error{};
+    std::optional<std::string> failure{};
 
     void receive(std::string_view message) {
+        if (message.empty()) return;  // from memory that the file has spoilt
         const auto kind = static_cast<Kind>(message.front());
         message.remove_prefix(1);
         switch (kind) {
@@ -164,11 +149,18 @@ struct Receiver {
                 const std::string_view subject = takeText(message);
                 return notes.add(subject, message);
             }
+            case Kind::hint: {
+                const std::string_view subject = takeText(message);
+                return notes.addHint(subject, message);
+            }
             case Kind::error:
                 error = message;
                 return;
-            case Kind::snapshot:
-                snapshot = message;
+            case Kind::failure:
+                failure = message;
+                return;
+            case Kind::scene:
+                scene = message;
                 return;
         }
     }
@@ -183,7 +175,8 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
     switch (run.end) {
         case End::timeLimit:
             return "a step of reading took more than " + std::to_string(limits.processorSeconds) +
-                   " seconds of processor time, so the file is damaged or very large" +
+                   (limits.processorSeconds == 1 ? " second" : " seconds") +
+                   " of processor time, so the file is damaged or very large" +
                    orAllowMore("import-time-limit");
         case End::memoryLimit:
             return "reading needs more than " + std::to_string(limits.memoryBytes >> 20U) +
@@ -192,7 +185,8 @@ std::string whatHappened(const IsolatedRun& run, const IsolationLimits& limits) 
         default:
             return "the importer crashed on this file" +
                    (run.cause.empty() ? std::string() : " (" + run.cause + ")") +
-                   ", so it is damaged or of an unknown kind" + advice;
+                   ", so it is damaged or holds what the importer cannot read" + advice +
+                   ", or in another format";
     }
 }
 
@@ -207,11 +201,12 @@ SceneSnapshot importIsolated(const std::filesystem::path& file, const AssimpOpti
         [&progress] { progress.advance(0); });
     progress.advance(0);  // what stops this process may have stopped the other one first
     if (receiver.error) throw SceneError(*receiver.error);
+    if (receiver.failure) throw CommandError(kFailed, *receiver.failure);
     const std::string name = utf8Path(file);
-    if (run.end != IsolatedRun::End::finished || receiver.snapshot.empty()) {
+    if (run.end != IsolatedRun::End::finished || receiver.scene.empty()) {
         throw SceneError(name + ": " + whatHappened(run, limits));
     }
-    return readSnapshot(receiver.snapshot, SnapshotEncoding::cbor, name);
+    return unpackedScene(receiver.scene, name);
 }
 
 }  // namespace velinor

@@ -72,6 +72,8 @@ void requireFile(const fs::path& file) {
     if (status.type() == fs::file_type::not_found) refuse(name, "does not exist; check the path");
     if (fs::is_directory(status)) refuse(name, "is a folder; name a scene file in it");
     if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
+    // Libraries wait for ever for what a pipe does not send.
+    if (!fs::is_regular_file(status)) refuse(name, "is no ordinary file; copy the scene into one");
 }
 
 fs::path folderOf(const fs::path& file) {
@@ -89,7 +91,7 @@ SceneSource readSnapshotSource(const fs::path& scene, const ReadingOptions& read
         source.scene = readSnapshot(readSceneFile(scene), *snapshotEncodingByEnding(scene), name);
         source.folder = folderOf(scene);
     }
-    if (reading.upAxis) source.notes.add(name, kUpAxisIsStated);
+    if (reading.upAxis) source.notes.addHint(name, kUpAxisIsStated);
     return source;
 }
 
@@ -137,7 +139,7 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
     // Our own reader stands damage, so it needs no process of its own.
     if (isAse) {
         source.scene = readAse(readSceneFile(scene), scene, {reading.assetFolders}, progress, source.notes);
-        if (reading.upAxis) source.notes.add(utf8Path(scene), kUpAxisIsStated);
+        if (reading.upAxis) source.notes.addHint(utf8Path(scene), kUpAxisIsStated);
         return source;
     }
     AssimpOptions options;

@@ -124,8 +124,9 @@ void silenceOutput() {
 }
 
 void restoreSignals() {
-    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXCPU, SIGXFSZ, SIGABRT, SIGSEGV})
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXCPU, SIGABRT, SIGSEGV})
         ::signal(signal, SIG_DFL);
+    ::signal(SIGXFSZ, SIG_IGN);  // a file that becomes too large is an error of the write
 }
 
 [[noreturn]] void runChild(const std::function<void(const SendMessage&)>& work, int output,

@@ -133,7 +133,7 @@ SpaceRule spaceRuleOf(const aiScene& scene, const SourceFile& file, std::optiona
         default:
             break;
     }
-    if (upAxis) notes.add(file.shown, kUpAxisIsStated);
+    if (upAxis) notes.addHint(file.shown, kUpAxisIsStated);
     switch (file.format) {
         case FileFormat::fbx:
             return fbxRule(scene);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 
 namespace velinor {
 namespace {
@@ -23,6 +24,10 @@ std::string takeFault() {
     while (!fault.empty() && fault.back() == '\n')
         fault.pop_back();
     std::ranges::replace(fault, '\n', ';');
+    // That is no fault of the image.
+    for (const char* shortage : {"out of memory", "creating thread"}) {
+        if (fault.find(shortage) != std::string::npos) throw std::bad_alloc();
+    }
     return fault.empty() ? "the image library gives no reason" : fault;
 }
 

@@ -7,7 +7,6 @@
 
 #include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
-#include "hosts/snapshot/scene_error.h"
 
 namespace velinor {
 namespace {
@@ -29,9 +28,7 @@ std::string fileStem(std::u16string_view wished) {
 }
 
 [[noreturn]] void refuse(const fs::path& file) {
-    throw SceneError(printable(utf8Path(file)) +
-                     ": the image cannot be written: " + std::generic_category().message(errno) +
-                     "; free space there, or choose another folder for temporary files");
+    throw fs::filesystem_error("write", file, std::error_code(errno, std::generic_category()));
 }
 
 }  // namespace

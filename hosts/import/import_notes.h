@@ -1,6 +1,7 @@
 // What a scene file holds that a snapshot cannot, or that the reader had to leave out.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@ namespace velinor {
 struct ImportNote {
     std::string subject;
     std::string text;
+    bool isLoss = true;  // false for a hint: the scene is none the worse
 
     bool operator==(const ImportNote&) const = default;
 };
@@ -30,6 +32,12 @@ class ImportNotes {
     void add(std::string_view subject, std::string_view text) {
         notes_.push_back({std::string(subject), std::string(text)});
     }
+
+    void addHint(std::string_view subject, std::string_view text) {
+        notes_.push_back({std::string(subject), std::string(text), false});
+    }
+
+    bool hasLosses() const { return std::ranges::any_of(notes_, &ImportNote::isLoss); }
 
     const std::vector<ImportNote>& notes() const { return notes_; }
 

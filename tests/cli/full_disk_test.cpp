@@ -50,6 +50,17 @@ TEST_F(FullDiskTest, ACopyThatFailsNamesBothFilesAndLeavesNothingBehind) {
     expectNothingButScenes();
 }
 
+TEST_F(FullDiskTest, AnImageOfTheSceneThatCannotBeWrittenIsNoFaultOfTheScene) {
+    const fs::path scene = fs::path(TOLVEX_TEST_MODELS) / "glTF2/BoxTextured-glTF-Binary/BoxTextured.glb";
+    ASSERT_TRUE(fs::exists(scene)) << "install the package assimp-testmodels";
+    const CommandResult result = run({"export", utf8Path(scene), "room.jsx"}, onFullDisk(1000));
+    EXPECT_EQ(result.status, 3) << result.err;
+    const std::string line = lastLine(result.err);
+    EXPECT_TRUE(line.starts_with("tolvex: write: ")) << line;
+    EXPECT_TRUE(line.ends_with("; check the free space there and the permissions")) << line;
+    expectNothingButScenes();
+}
+
 TEST_F(FullDiskTest, AFailedOverwriteBringsTheOldPackageBack) {
     writeLargeScene();
     makeOldPackage();

@@ -56,6 +56,16 @@ class ImportedImages : public CommandTest {
     TemporaryFilesIn variable_{temporary_.path()};
 };
 
+TEST_F(ImportedImages, StrictCountsWhatTheReadingLeavesOut) {
+    write("plain.gltf", gltfTriangle(kColourMap, embedded("wood")));
+    EXPECT_EQ(run({"export", "--strict", "plain.gltf", "out.jsx"}).status, 0);
+    write("sided.gltf", gltfTriangle(R"("doubleSided":true,)" + kColourMap, embedded("wood")));
+    EXPECT_EQ(run({"export", "--strict", "sided.gltf", "sided.jsx"}).status, 1);
+    EXPECT_TRUE(fs::exists(folder() / "sided/index.jsx"));
+    // Said of the option, not of the scene.
+    EXPECT_EQ(run({"export", "--strict", "--up-axis", "z", "plain.gltf", "again.jsx"}).status, 0);
+}
+
 TEST_F(ImportedImages, AnExportHasTheImagesThatTheFileHolds) {
     write("a.gltf", gltfTriangle(kColourMap, embedded("my wood")));
     const CommandResult result = run({"export", "a.gltf", "out.jsx"});
