@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <fstream>
 
 #include "base/text.h"
@@ -14,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using host::IGameObject;
+using host::Point3;
 
 TEST(ReserveFiles, BinaryGltfWithAnImageWithinAndATurnedRoot) {
     const SceneReading read(modelFile("glTF2/BoxTextured-glTF-Binary/BoxTextured.glb"));
@@ -45,12 +47,14 @@ TEST(ReserveFiles, ColladaWithTwoChannelsOfThreeComponents) {
     EXPECT_NE(maps.at(1).vertices, maps.at(2).vertices);
 }
 
+// The file's places are (x, z, -y) of the host's, and its children stand in units of ten.
 TEST(ReserveFiles, FbxWithNamesInCyrillic) {
     const SceneReading read(modelFile("FBX/cubes_with_names.fbx"));
-    const bool isThere = std::ranges::any_of(read.scene.nodes, [](const SnapshotNode& node) {
-        return std::ranges::any_of(node.name, [](char16_t c) { return c >= 0x0400 && c < 0x0500; });
-    });
-    EXPECT_TRUE(isThere);
+    const SnapshotNode& parent = read.node(u"Cube2");
+    expectRow(parent, 3, -1.040239F, 1.0437596F, 0.9982888F);
+    const SnapshotNode& child = read.node(u"\u041A\u0443\u04311");
+    EXPECT_EQ(read.parentOf(child), u"Cube2");
+    expectRow(child, 3, -1.040239F + 10.40239F, 1.0437596F - 10.437596F, 0.9982888F - 9.982888F, 1e-5F);
 }
 
 TEST(ReserveFiles, ThreeDsWithAnOpacity) {
@@ -70,7 +74,13 @@ TEST(ReserveFiles, XFromMax) {
 TEST(ReserveFiles, StlFromMax) {
     const SceneReading read(modelFile("STL/3DSMaxExport.STL"));
     EXPECT_EQ(read.countOfType(IGameObject::IGAME_MESH), 1U);
-    EXPECT_GT(read.triangles(), 0U);
+    EXPECT_EQ(read.triangles(), 2000U);
+    // After a header of 80 bytes, the number of triangles and a normal.
+    const std::string bytes = bytesOf(modelFile("STL/3DSMaxExport.STL"));
+    Point3 first;
+    std::memcpy(&first, bytes.data() + 96, sizeof first);
+    EXPECT_EQ(read.scene.meshes.at(0).vertices.at(0), first);
+    expectRow(read.scene.nodes.at(0), 3, 0, 0, 0);
 }
 
 TEST(ReserveFiles, AseInUtf16) {

@@ -85,6 +85,13 @@ const SnapshotProperty* SceneReading::findProperty(const SnapshotMaterial& of, s
     return found == of.properties.end() ? nullptr : &*found;
 }
 
+void expectRow(const SnapshotNode& node, int row, float x, float y, float z, float tolerance) {
+    SCOPED_TRACE(toUtf8(node.name) + ", row " + std::to_string(row));
+    EXPECT_NEAR(node.worldTransform[row][0], x, tolerance);
+    EXPECT_NEAR(node.worldTransform[row][1], y, tolerance);
+    EXPECT_NEAR(node.worldTransform[row][2], z, tolerance);
+}
+
 float determinant(const SnapshotNode& node) {
     const host::GMatrix& m = node.worldTransform;
     return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -

@@ -58,6 +58,9 @@ class SceneReading : public SceneUnderTest {
     std::string said_;
 };
 
+// A row of a node's matrix.
+void expectRow(const SnapshotNode& node, int row, float x, float y, float z, float tolerance = 1e-6F);
+
 // The upper 3x3 part of a node's matrix.
 float determinant(const SnapshotNode& node);
 

@@ -18,13 +18,6 @@ using host::IGameObject;
 using host::Point3;
 using testing::ElementsAre;
 
-void expectRow(const SnapshotNode& node, int row, float x, float y, float z, float tolerance = 1e-6F) {
-    SCOPED_TRACE(toUtf8(node.name) + ", row " + std::to_string(row));
-    EXPECT_NEAR(node.worldTransform[row][0], x, tolerance);
-    EXPECT_NEAR(node.worldTransform[row][1], y, tolerance);
-    EXPECT_NEAR(node.worldTransform[row][2], z, tolerance);
-}
-
 // Whether the node is neither turned nor stretched, but scaled by `scale`.
 void expectUpright(const SnapshotNode& node, float scale = 1) {
     expectRow(node, 0, scale, 0, 0);
