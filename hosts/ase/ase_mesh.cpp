@@ -20,11 +20,12 @@ class NumberedList {
   public:
     NumberedList(const char* what, const char* plural) : what_(what), plural_(plural) {}
 
-    // Takes the number of items. One that the rest of the file has no room for is refused, so that a damaged
-    // number does not cost memory.
-    void promise(AseLexer& lexer) {
+    // Takes the number of items. One that the rest of the file has no room for, beside the `due` items of
+    // other lists, is refused, so that damaged numbers do not cost memory.
+    void promise(AseLexer& lexer, std::size_t& due) {
         constexpr std::size_t kBytesAnItem = 16;
-        const std::size_t room = lexer.rest() / kBytesAnItem;
+        const std::size_t places = lexer.rest() / kBytesAnItem;
+        const std::size_t room = places - std::min(places, due);
         count_ = static_cast<std::size_t>(lexer.integer(0, UINT32_MAX));
         place_ = lexer.place();
         if (isPromised_) lexer.refuse(place_, std::string("the number of ") + plural_ + " is there twice");
@@ -34,10 +35,11 @@ class NumberedList {
                                      " and has room for " + std::to_string(room) +
                                      " at most; it is damaged or cut off, so export it again");
         }
+        due += count_;
     }
 
     // Takes the number of an item, which is then current(), and must not have been there before.
-    void begin(AseLexer& lexer) {
+    void begin(AseLexer& lexer, std::size_t& due) {
         if (items_.size() != count_) {
             items_.resize(count_);
             isGiven_.resize(count_);
@@ -48,6 +50,7 @@ class NumberedList {
                          std::string(what_) + " " + std::to_string(current_) + " is there twice");
         isGiven_[current_] = true;
         ++given_;
+        --due;
     }
 
     T& current() { return items_[current_]; }
@@ -100,20 +103,6 @@ Point3 anyPoint(AseLexer& lexer) {
     return {x, y, lexer.anyNumber()};
 }
 
-// Reads the list of a block whose items all have the keyword `item`; `readItem` takes what follows the number
-// of the item.
-template <class T, class ReadItem>
-void readList(AseLexer& lexer, AseProgress& progress, std::string_view block, std::string_view item,
-              NumberedList<T>& list, ReadItem readItem) {
-    lexer.enter(block);
-    while (const auto keyword = lexer.next()) {
-        if (*keyword != item) continue;
-        list.begin(lexer);
-        readItem(list.current());
-        progress.step();
-    }
-}
-
 class MeshReader {
   public:
     MeshReader(AseLexer& lexer, const host::GMatrix& objectToWorld, AseProgress& progress)
@@ -133,8 +122,8 @@ class MeshReader {
 
   private:
     void readPart(std::string_view keyword) {
-        if (keyword == "MESH_NUMVERTEX") return vertices_.promise(lexer_);
-        if (keyword == "MESH_NUMFACES") return faces_.promise(lexer_);
+        if (keyword == "MESH_NUMVERTEX") return vertices_.promise(lexer_, due_);
+        if (keyword == "MESH_NUMFACES") return faces_.promise(lexer_, due_);
         if (keyword == "MESH_VERTEX_LIST") return readVertices();
         if (keyword == "MESH_FACE_LIST") return readFaces();
         if (keyword == "MESH_MAPPINGCHANNEL") return readChannel();
@@ -143,8 +132,21 @@ class MeshReader {
         readChannelPart(keyword, channels_[1]);
     }
 
+    // Reads the list of a block whose items all have the keyword `item`; `readItem` takes what follows the
+    // number of the item.
+    template <class T, class ReadItem>
+    void readList(std::string_view block, std::string_view item, NumberedList<T>& list, ReadItem readItem) {
+        lexer_.enter(block);
+        while (const auto keyword = lexer_.next()) {
+            if (*keyword != item) continue;
+            list.begin(lexer_, due_);
+            readItem(list.current());
+            progress_.step();
+        }
+    }
+
     void readVertices() {
-        readList(lexer_, progress_, "MESH_VERTEX_LIST", "MESH_VERTEX", vertices_,
+        readList("MESH_VERTEX_LIST", "MESH_VERTEX", vertices_,
                  [this](Point3& vertex) { vertex = anyPoint(lexer_); });
     }
 
@@ -153,7 +155,7 @@ class MeshReader {
         lexer_.enter("MESH_FACE_LIST");
         while (const auto keyword = lexer_.next()) {
             if (*keyword == "MESH_FACE") {
-                faces_.begin(lexer_);
+                faces_.begin(lexer_, due_);
                 readCorners(faces_.current().vertices);
                 progress_.step();
             } else if (*keyword == "MESH_SMOOTHING" && faces_.hasCurrent()) {
@@ -183,14 +185,14 @@ class MeshReader {
     }
 
     void readChannelPart(std::string_view keyword, MapChannel& channel) {
-        if (keyword == "MESH_NUMTVERTEX") return channel.vertices.promise(lexer_);
-        if (keyword == "MESH_NUMTVFACES") return channel.faces.promise(lexer_);
+        if (keyword == "MESH_NUMTVERTEX") return channel.vertices.promise(lexer_, due_);
+        if (keyword == "MESH_NUMTVFACES") return channel.faces.promise(lexer_, due_);
         if (keyword == "MESH_TVERTLIST") {
-            return readList(lexer_, progress_, keyword, "MESH_TVERT", channel.vertices,
+            return readList(keyword, "MESH_TVERT", channel.vertices,
                             [this](Point3& vertex) { vertex = anyPoint(lexer_); });
         }
         if (keyword != "MESH_TFACELIST") return;
-        readList(lexer_, progress_, keyword, "MESH_TFACE", channel.faces, [&](FaceIndices& face) {
+        readList(keyword, "MESH_TFACE", channel.faces, [&](FaceIndices& face) {
             for (std::uint32_t& corner : face)
                 corner = lexer_.index(channel.vertices.count(), "map vertex");
         });
@@ -332,6 +334,7 @@ class MeshReader {
     AseLexer& lexer_;
     const host::GMatrix& objectToWorld_;
     AseProgress& progress_;
+    std::size_t due_ = 0;  // items that the lists promise and have not given yet
     NumberedList<Point3> vertices_{"vertex", "vertices"};
     NumberedList<Face> faces_{"face", "faces"};
     std::map<std::int32_t, MapChannel> channels_;

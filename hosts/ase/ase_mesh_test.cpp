@@ -136,6 +136,38 @@ TEST(AseMesh, ABrokenListIsRefusedAtItsPlace) {
         HasSubstr("map channel 2 is there twice"));
 }
 
+// The vertices or the faces of the channel would find room in what follows, but not both.
+TEST(AseMesh, ListsTogetherPromiseNoMoreThanTheRestOfTheFileHolds) {
+    const std::string channel =
+        "*MESH_NUMTVERTEX 200\n*MESH_TVERTLIST {\n*MESH_TVERT 0 0 0 0\n}\n"
+        "*MESH_NUMTVFACES 200\n*MESH_TFACELIST {\n*MESH_TFACE 0 0 0 0\n}\n";
+    const std::string rest = aseBlock("PADDING", std::string(4000, '\n'));
+    const std::string message = refusalOf(aseTriangle(aseBlock("MESH_MAPPINGCHANNEL 2", channel)) + rest);
+    EXPECT_THAT(message, HasSubstr("line 28, column 18: the file promises 200 map faces and has room for"));
+}
+
+TEST(AseMesh, TheShortestSpellingOfPromisedListsHasRoom) {
+    constexpr int kItems = 500;
+    const std::string count = std::to_string(kItems);
+    std::string vertices;
+    std::string faces;
+    std::string mapVertices;
+    std::string mapFaces;
+    for (int i = 0; i < kItems; ++i) {
+        const std::string number = std::to_string(i);
+        vertices += "*MESH_VERTEX " + number + " 0 0 0";
+        faces += "*MESH_FACE " + number + " A:0 B:0 C:0";
+        mapVertices += "*MESH_TVERT " + number + " 0 0 0";
+        mapFaces += "*MESH_TFACE " + number + " 0 0 0";
+    }
+    const SnapshotMesh mesh =
+        meshOf("*MESH {*MESH_NUMVERTEX " + count + "*MESH_NUMFACES " + count + "*MESH_NUMTVERTEX " + count +
+               "*MESH_NUMTVFACES " + count + "*MESH_TVERTLIST {" + mapVertices + "}*MESH_TFACELIST {" +
+               mapFaces + "}*MESH_VERTEX_LIST {" + vertices + "}*MESH_FACE_LIST {" + faces + "}}");
+    EXPECT_EQ(mesh.vertices.size(), std::size_t{kItems});
+    EXPECT_EQ(mesh.maps.at(1).faces.size(), std::size_t{kItems});
+}
+
 TEST(AseMesh, VerticesComeFromTheWorldIntoTheSpaceOfTheNode) {
     // The rows of a turn by 90 degrees about z, with a scale of 2 along the node's x, at (10, 20, 30).
     const std::string rows =
