@@ -25,9 +25,9 @@ constexpr std::u16string_view kStandard = u"Standard";
 constexpr std::u16string_view kMulti = u"Multi/Sub-Object";
 constexpr std::u16string_view kPhysical = u"Physical Material";
 
-// Sub-maps are wanted by number, and only the first of them is ever asked for, so a wild number is not worth
-// memory.
-constexpr std::size_t kSubMaps = 256;
+// Sub-maps are wanted by number, and only the first of them is ever asked for, so a high number is not worth
+// the memory of those below it.
+constexpr std::size_t kSubMaps = 16;
 
 std::optional<std::int32_t> slotOf(std::string_view keyword) {
     const auto* found = std::ranges::find(kMapKeywords, keyword, &MapKeyword::keyword);

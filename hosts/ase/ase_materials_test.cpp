@@ -94,8 +94,9 @@ TEST(AseMaterials, MapsWithinMapsStandAtTheirNumbers) {
                  map("MAP_BUMP", "Normal Bump",
                      "*MAP_SUBNO 8\n" + map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO 2\n*BITMAP \"b.png\"\n") +
                          map("MAP_GENERIC", "Mix", "*MAP_SUBNO 0\n" + bitmap("MAP_GENERIC", "n.png")) +
+                         map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO 16\n") +
                          map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO 2147483647\n")))));
-    ASSERT_EQ(read.scene.maps.size(), 5U);
+    ASSERT_EQ(read.scene.maps.size(), 6U);
     EXPECT_EQ(read.scene.maps[0].className, u"Normal Bump");
     EXPECT_THAT(read.scene.maps[0].subMaps,
                 ElementsAre(std::optional<SnapshotRef>(2), std::nullopt, std::optional<SnapshotRef>(1)));
