@@ -113,6 +113,7 @@ void AseMaterials::openMap(AseLexer& lexer, std::string_view keyword) {
     frame.slot = slotOf(keyword);
     lexer.enter(keyword);
     scene_.maps.emplace_back();
+    isNumbered_.push_back(keyword == kNumberedMap);
     frames_.push_back(frame);
 }
 
@@ -190,6 +191,9 @@ void AseMaterials::closeMaterial(SnapshotRef item) {
     material.opacity = 1 - values.transparency;
     material.glossiness = values.shine;
     if (material.className == kPhysical) {
+        // Numbers of its maps are none of slots, and nothing else tells what they are for.
+        std::erase_if(material.textureMaps,
+                      [this](const SnapshotTextureMap& map) { return isNumbered_[map.map]; });
         const host::Point3& base = material.diffuse;
         const auto map = [&](std::int32_t slot) { return SnapshotMapProperty{mapOfSlot(material, slot)}; };
         material.properties = {

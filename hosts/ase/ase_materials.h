@@ -69,7 +69,8 @@ class AseMaterials {
     const TextureFiles& files_;
     ImportNotes& notes_;
     std::vector<Frame> frames_;
-    std::vector<Values> values_;  // by material
+    std::vector<Values> values_;    // by material
+    std::vector<bool> isNumbered_;  // by map: its keyword does not name its slot
     std::unordered_map<std::int64_t, SnapshotRef> byNumber_;
     std::map<std::u16string, std::u16string> bitmaps_;  // by the file's name for it
     MaterialLosses losses_;

@@ -161,6 +161,23 @@ TEST(AseMaterials, APhysicalMaterialHasWhatTheFileHoldsOfIt) {
     EXPECT_EQ(read.notesOf("room.ase", "1 material (\"Glass\") has the class Physical Material"), 1);
 }
 
+// Their numbers are no slots of a Standard material, and there is nothing else to know them by.
+TEST(AseMaterials, NumberedMapsOfAPhysicalMaterialAreLeftOut) {
+    std::string maps;
+    for (const char* number : {"0", "1", "4", "5", "8"})
+        maps += map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO " + std::string(number) + "\n*BITMAP \"a.png\"\n");
+    maps += bitmap("MAP_BUMP", "b.png") + map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO 8\n");
+    const ReadAse read = readAseText(list(material("M", maps + "*MATERIAL_CLASS \"Physical Material\"\n")));
+    const SnapshotMaterial& found = read.material(u"M");
+    EXPECT_THAT(found.textureMaps, ElementsAre(SnapshotTextureMap{8, 5}));
+    for (const SnapshotProperty& property : found.properties) {
+        const auto* held = std::get_if<SnapshotMapProperty>(&property.value);
+        if (held == nullptr) continue;
+        const bool isBump = property.name == u"bump_map";
+        EXPECT_EQ(held->map, isBump ? std::optional<SnapshotRef>(5) : std::nullopt) << toUtf8(property.name);
+    }
+}
+
 TEST(AseMaterials, OtherClassesKeepTheirNames) {
     const ReadAse read = readAseText(list(material("M", "*MATERIAL_CLASS \"Arch & Design\"\n")));
     EXPECT_EQ(read.material(u"M").className, u"Arch & Design");
