@@ -105,8 +105,8 @@ Point3 anyPoint(AseLexer& lexer) {
 
 class MeshReader {
   public:
-    MeshReader(AseLexer& lexer, const host::GMatrix& objectToWorld, AseProgress& progress)
-        : lexer_(lexer), objectToWorld_(objectToWorld), progress_(progress) {}
+    MeshReader(AseLexer& lexer, AseNormals normals, AseProgress& progress)
+        : lexer_(lexer), normals_(normals), progress_(progress) {}
 
     AseMesh read() {
         lexer_.enter("MESH");
@@ -114,9 +114,7 @@ class MeshReader {
             readPart(*keyword);
         finishLists();
         takeFaces();
-        takeVertices();
-        turnIfMirrored();
-        dropBadFaces();
+        result_.mesh.vertices = vertices_.take();
         return std::move(result_);
     }
 
@@ -128,7 +126,7 @@ class MeshReader {
         if (keyword == "MESH_FACE_LIST") return readFaces();
         if (keyword == "MESH_MAPPINGCHANNEL") return readChannel();
         if (keyword == "MESH_CVERTLIST") result_.hasVertexColours = true;
-        if (keyword == "MESH_NORMALS" && objectToWorld_.IsMirrored()) return readFaceNormals();
+        if (keyword == "MESH_NORMALS" && normals_ == AseNormals::kept) return readFaceNormals();
         readChannelPart(keyword, channels_[1]);
     }
 
@@ -202,12 +200,12 @@ class MeshReader {
     // on one face alone.
     void readFaceNormals() {
         lexer_.enter("MESH_NORMALS");
-        faceNormals_.resize(faces_.count());
+        result_.faceNormals.resize(faces_.count());
         while (const auto keyword = lexer_.next()) {
             if (*keyword != "MESH_FACENORMAL") continue;
             const auto face = static_cast<std::size_t>(lexer_.integer(0, UINT32_MAX));
             const Point3 normal = anyPoint(lexer_);
-            if (face < faceNormals_.size()) faceNormals_[face] = normal;
+            if (face < result_.faceNormals.size()) result_.faceNormals[face] = normal;
         }
     }
 
@@ -249,103 +247,113 @@ class MeshReader {
         }
     }
 
-    // In double precision, so that what the file's few digits hold is not lost once more.
-    void takeVertices() {
-        result_.mesh.vertices = vertices_.take();
-        host::GMatrix turn = objectToWorld_;
-        turn[3] = {0, 0, 0, 1};
-        const host::GMatrix back = turn.Inverse();
-        const host::GMatrix::Row& origin = objectToWorld_[3];
-        for (Point3& vertex : result_.mesh.vertices) {
-            const double x = static_cast<double>(vertex.x) - origin[0];
-            const double y = static_cast<double>(vertex.y) - origin[1];
-            const double z = static_cast<double>(vertex.z) - origin[2];
-            const auto along = [&](std::size_t axis) {
-                return static_cast<float>(x * back[0][axis] + y * back[1][axis] + z * back[2][axis]);
-            };
-            vertex = {along(0), along(1), along(2)};
-        }
-    }
-
-    // Twice the area of a face, along its normal, times `normal`.
-    double agreement(const FaceIndices& face, const Point3& normal) const {
-        const Point3& a = result_.mesh.vertices[face[0]];
-        const Point3& b = result_.mesh.vertices[face[1]];
-        const Point3& c = result_.mesh.vertices[face[2]];
-        const double u[3] = {double{b.x} - a.x, double{b.y} - a.y, double{b.z} - a.z};
-        const double v[3] = {double{c.x} - b.x, double{c.y} - b.y, double{c.z} - b.z};
-        return (u[1] * v[2] - u[2] * v[1]) * normal.x + (u[2] * v[0] - u[0] * v[2]) * normal.y +
-               (u[0] * v[1] - u[1] * v[0]) * normal.z;
-    }
-
-    // Writers differ in whether the corners of a mirrored node stand as in its object or as they are seen in
-    // the world. The normals tell which: the faces have the say of their areas.
-    void turnIfMirrored() {
-        double sum = 0;
-        for (std::size_t f = 0; f < faceNormals_.size(); ++f) {
-            const double part = agreement(result_.mesh.faces[f], faceNormals_[f]);
-            if (std::isfinite(part)) sum += part;
-        }
-        if (sum >= 0) return;
-        result_.isTurned = true;
-        const auto turn = [](std::vector<FaceIndices>& faces) {
-            for (FaceIndices& face : faces)
-                std::swap(face[1], face[2]);
-        };
-        turn(result_.mesh.faces);
-        for (auto& [number, channel] : result_.mesh.maps)
-            turn(channel.faces);
-    }
-
-    // Vertices that are no finite points become the node's origin, and the faces that use them go.
-    void dropBadFaces() {
-        SnapshotMesh& mesh = result_.mesh;
-        std::vector<bool> isBad(mesh.vertices.size());
-        for (std::size_t v = 0; v < mesh.vertices.size(); ++v) {
-            isBad[v] = !isFinite(mesh.vertices[v]);
-            if (!isBad[v]) continue;
-            mesh.vertices[v] = {};
-            ++result_.badVertices;
-        }
-        if (result_.badVertices == 0) return;
-        std::vector<bool> isKept(mesh.faces.size());
-        for (std::size_t f = 0; f < mesh.faces.size(); ++f) {
-            const FaceIndices& face = mesh.faces[f];
-            isKept[f] = !isBad[face[0]] && !isBad[face[1]] && !isBad[face[2]];
-            result_.lostFaces += isKept[f] ? 0U : 1U;
-        }
-        keep(mesh.faces, isKept);
-        keep(mesh.smoothing, isKept);
-        keep(mesh.materialIds, isKept);
-        for (auto& [number, channel] : mesh.maps) {
-            if (!channel.faces.empty()) keep(channel.faces, isKept);
-        }
-    }
-
-    template <class T>
-    static void keep(std::vector<T>& values, const std::vector<bool>& isKept) {
-        std::size_t kept = 0;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            if (isKept[i]) values[kept++] = values[i];
-        }
-        values.resize(kept);
-    }
-
     AseLexer& lexer_;
-    const host::GMatrix& objectToWorld_;
+    AseNormals normals_;
     AseProgress& progress_;
     std::size_t due_ = 0;  // items that the lists promise and have not given yet
     NumberedList<Point3> vertices_{"vertex", "vertices"};
     NumberedList<Face> faces_{"face", "faces"};
     std::map<std::int32_t, MapChannel> channels_;
-    std::vector<Point3> faceNormals_;
     AseMesh result_;
 };
 
+// In double precision, so that what the file's few digits hold is not lost once more.
+void leaveWorld(std::vector<Point3>& vertices, const host::GMatrix& objectToWorld) {
+    host::GMatrix turn = objectToWorld;
+    turn[3] = {0, 0, 0, 1};
+    const host::GMatrix back = turn.Inverse();
+    const host::GMatrix::Row& origin = objectToWorld[3];
+    for (Point3& vertex : vertices) {
+        const double x = static_cast<double>(vertex.x) - origin[0];
+        const double y = static_cast<double>(vertex.y) - origin[1];
+        const double z = static_cast<double>(vertex.z) - origin[2];
+        const auto along = [&](std::size_t axis) {
+            return static_cast<float>(x * back[0][axis] + y * back[1][axis] + z * back[2][axis]);
+        };
+        vertex = {along(0), along(1), along(2)};
+    }
+}
+
+// Twice the area of a face, along its normal, times `normal`.
+double agreement(const SnapshotMesh& mesh, const FaceIndices& face, const Point3& normal) {
+    const Point3& a = mesh.vertices[face[0]];
+    const Point3& b = mesh.vertices[face[1]];
+    const Point3& c = mesh.vertices[face[2]];
+    const double u[3] = {double{b.x} - a.x, double{b.y} - a.y, double{b.z} - a.z};
+    const double v[3] = {double{c.x} - b.x, double{c.y} - b.y, double{c.z} - b.z};
+    return (u[1] * v[2] - u[2] * v[1]) * normal.x + (u[2] * v[0] - u[0] * v[2]) * normal.y +
+           (u[0] * v[1] - u[1] * v[0]) * normal.z;
+}
+
+// Whether the faces oppose the normals: they have the say of their areas.
+bool opposesNormals(const AseMesh& read) {
+    double sum = 0;
+    for (std::size_t f = 0; f < read.faceNormals.size(); ++f) {
+        const double part = agreement(read.mesh, read.mesh.faces[f], read.faceNormals[f]);
+        if (std::isfinite(part)) sum += part;
+    }
+    return sum < 0;
+}
+
+void turnFaces(SnapshotMesh& mesh) {
+    const auto turn = [](std::vector<FaceIndices>& faces) {
+        for (FaceIndices& face : faces)
+            std::swap(face[1], face[2]);
+    };
+    turn(mesh.faces);
+    for (auto& [number, channel] : mesh.maps)
+        turn(channel.faces);
+}
+
+template <class T>
+void keep(std::vector<T>& values, const std::vector<bool>& isKept) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (isKept[i]) values[kept++] = values[i];
+    }
+    values.resize(kept);
+}
+
+// Vertices that are no finite points become the node's origin, and the faces that use them go.
+void dropBadFaces(AseMesh& read) {
+    SnapshotMesh& mesh = read.mesh;
+    std::vector<bool> isBad(mesh.vertices.size());
+    for (std::size_t v = 0; v < mesh.vertices.size(); ++v) {
+        isBad[v] = !isFinite(mesh.vertices[v]);
+        if (!isBad[v]) continue;
+        mesh.vertices[v] = {};
+        ++read.badVertices;
+    }
+    if (read.badVertices == 0) return;
+    std::vector<bool> isKept(mesh.faces.size());
+    for (std::size_t f = 0; f < mesh.faces.size(); ++f) {
+        const FaceIndices& face = mesh.faces[f];
+        isKept[f] = !isBad[face[0]] && !isBad[face[1]] && !isBad[face[2]];
+        read.lostFaces += isKept[f] ? 0U : 1U;
+    }
+    keep(mesh.faces, isKept);
+    keep(mesh.smoothing, isKept);
+    keep(mesh.materialIds, isKept);
+    for (auto& [number, channel] : mesh.maps) {
+        if (!channel.faces.empty()) keep(channel.faces, isKept);
+    }
+}
+
 }  // namespace
 
-AseMesh readAseMesh(AseLexer& lexer, const host::GMatrix& objectToWorld, AseProgress& progress) {
-    return MeshReader(lexer, objectToWorld, progress).read();
+AseMesh readAseMesh(AseLexer& lexer, AseNormals normals, AseProgress& progress) {
+    return MeshReader(lexer, normals, progress).read();
+}
+
+void bringIntoNode(AseMesh& read, const host::GMatrix& objectToWorld) {
+    leaveWorld(read.mesh.vertices, objectToWorld);
+    // Writers differ in whether the corners of a mirrored node stand as in its object or as they are seen in
+    // the world. The normals tell which.
+    if (objectToWorld.IsMirrored() && opposesNormals(read)) {
+        turnFaces(read.mesh);
+        read.isTurned = true;
+    }
+    dropBadFaces(read);
 }
 
 }  // namespace velinor

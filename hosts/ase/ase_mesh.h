@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <vector>
 
 #include "host/gmatrix.h"
 #include "hosts/ase/ase_lexer.h"
@@ -12,18 +12,25 @@
 namespace velinor {
 
 struct AseMesh {
-    SnapshotMesh mesh = {};          // in the space of the node
-    std::size_t badVertices = 0;     // that are no finite points
-    std::size_t lostFaces = 0;       // left out, since they use such vertices
-    std::size_t badMapVertices = 0;  // of all channels; taken as (0, 0, 0)
-    bool hasVertexColours = false;   // they are passed over
-    bool isTurned = false;           // the corners of every face were put into the opposite order
+    SnapshotMesh mesh = {};
+    std::vector<host::Point3> faceNormals = {};  // in the space of the node; empty: none, or not kept
+    std::size_t badVertices = 0;                 // that are no finite points
+    std::size_t lostFaces = 0;                   // left out, since they use such vertices
+    std::size_t badMapVertices = 0;              // of all channels; taken as (0, 0, 0)
+    bool hasVertexColours = false;               // they are passed over
+    bool isTurned = false;                       // the corners of every face were put into the opposite order
 };
 
-// Reads the block of the keyword MESH that comes next. The file holds vertices in world space;
-// `objectToWorld` brings them back into the node's. Where that mirrors and the file's face normals oppose the
-// faces, the faces are turned. Throws SceneError where an index is out of range, or where something is
-// missing that the file has promised.
-AseMesh readAseMesh(AseLexer& lexer, const host::GMatrix& objectToWorld, AseProgress& progress);
+// Only nodes that mirror need the normals, and these are most of a file's bytes.
+enum class AseNormals { passedOver, kept };
+
+// Reads the block of the keyword MESH that comes next, with vertices in world space as the file holds them.
+// Throws SceneError where an index is out of range, or where something is missing that the file has promised.
+AseMesh readAseMesh(AseLexer& lexer, AseNormals normals, AseProgress& progress);
+
+// Brings the vertices from world space into that of the node, and leaves out those that are no finite points,
+// with their faces. Where `objectToWorld` mirrors and the face normals oppose the faces, the faces are
+// turned.
+void bringIntoNode(AseMesh& read, const host::GMatrix& objectToWorld);
 
 }  // namespace velinor

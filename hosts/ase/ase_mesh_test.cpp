@@ -190,6 +190,26 @@ TEST(AseMesh, AFlatNodeKeepsItsMeshWithinItsPlane) {
     EXPECT_THAT(read.mesh(u"A").vertices, ElementsAre(Point3{0, 0, 0}, Point3{1, 0, 0}, Point3{0, 1, 0}));
 }
 
+TEST(AseMesh, TheTransformMayFollowTheMesh) {
+    const std::string other = aseTransform("Other", "7 7 7");
+    const std::string own = aseTransform("A", "10 20 30");
+    const std::string normals = aseBlock("MESH_NORMALS", "*MESH_FACENORMAL 0 0 0 1\n");
+    const std::string mesh = aseTriangle(kChannel + normals);
+    const std::string turning = aseTransform("A", "0 0 0", "-1");
+    struct Case {
+        std::string first;
+        std::string later;
+    };
+    for (const auto& [first, later] :
+         {Case{own + mesh, mesh + own}, Case{own + other + mesh, other + mesh + own},
+          Case{turning + mesh, mesh + turning}}) {
+        const auto read = [](const std::string& parts) {
+            return readAseText(kAseHeader + aseBlock("GEOMOBJECT", aseName("A") + parts));
+        };
+        EXPECT_EQ(read(first).scene, read(later).scene) << later;
+    }
+}
+
 // Of a node that mirrors along x; the triangle lies in the node's space with its normal up or down.
 std::string mirrored(const std::string& normal) {
     const std::string normals =

@@ -44,6 +44,7 @@ class ObjectReader {
         lexer_.enter(kind.keyword);
         while (const auto keyword = lexer_.next())
             readPart(*keyword);
+        if (object_.mesh) bringIntoNode(*object_.mesh, object_.objectToWorld.value_or(host::GMatrix()));
         if (object_.type == IGameObject::IGAME_LIGHT) finishLight();
         // The targets of cameras and lights stand in the file as geometry without a mesh.
         if (object_.type == IGameObject::IGAME_MESH && !object_.mesh)
@@ -100,7 +101,9 @@ class ObjectReader {
 
     void readMesh() {
         if (object_.mesh) return;
-        object_.mesh = readAseMesh(lexer_, object_.objectToWorld.value_or(host::GMatrix()), progress_);
+        // A transform that has not come yet may be one that mirrors.
+        const bool mayMirror = !isTransformOwn_ || object_.objectToWorld->IsMirrored();
+        object_.mesh = readAseMesh(lexer_, mayMirror ? AseNormals::kept : AseNormals::passedOver, progress_);
     }
 
     void readLightSettings() {
