@@ -224,12 +224,12 @@ TEST(AseMesh, FacesOfAMirroredNodeFollowTheNormalsOfTheFile) {
     for (const char* kept : {"0 0 -1", "", "1.#QNAN 0 0"}) {
         const ReadAse read = readAseText(mirrored(kept));
         EXPECT_THAT(read.mesh(u"A").faces, ElementsAre(FaceIndices{0, 1, 2})) << kept;
-        EXPECT_EQ(read.notesOf("A", "mirrored"), 0);
+        EXPECT_EQ(read.notesOf("room.ase", "on a node that mirrors"), 0);
     }
     const ReadAse turned = readAseText(mirrored("0 0 1"));
     EXPECT_THAT(turned.mesh(u"A").faces, ElementsAre(FaceIndices{0, 2, 1}));
     EXPECT_THAT(turned.mesh(u"A").maps.at(1).faces, ElementsAre(FaceIndices{2, 1, 0}));
-    EXPECT_EQ(turned.notesOf("A", "mirrored"), 1);
+    EXPECT_EQ(turned.notesOf("room.ase", "1 mesh (\"A\") has faces that oppose their normals"), 1);
 }
 
 TEST(AseMesh, OfNodesThatDoNotMirrorTheNormalsDoNotCount) {
@@ -258,7 +258,7 @@ TEST(AseMesh, VerticesThatAreNoPointsTakeTheirFacesWithThem) {
     EXPECT_THAT(found.maps.at(1).faces, ElementsAre(FaceIndices{1, 0, 1}));
     EXPECT_EQ(read.notesOf("room.ase", "1 mesh (\"A\") has 1 triangles with coordinates that are not finite"),
               1);
-    EXPECT_EQ(read.notesOf("A", "1 texture coordinates are not finite numbers"), 1);
+    EXPECT_EQ(read.notesOf("room.ase", "1 mesh (\"A\") has 1 texture coordinates"), 1);
 }
 
 TEST(AseMesh, AMeshMayBeEmpty) {

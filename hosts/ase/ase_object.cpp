@@ -128,7 +128,7 @@ class ObjectReader {
         if (!object_.light) object_.light.emplace();
         const auto* found = std::ranges::find(kLights, lightType_, &LightKeyword::word);
         if (found == std::end(kLights)) {
-            object_.unknownLight = lightType_;
+            object_.hasUnknownLight = true;
             return;
         }
         const bool isPoint = found->type == host::SPOT_LGT && hasNoCone_;

@@ -26,7 +26,7 @@ struct AseObject {
     std::optional<host::GMatrix> objectToWorld = {};
     std::optional<AseMesh> mesh = {};
     std::optional<host::LightState> light = {};
-    std::optional<std::string_view> unknownLight = {};  // the type of a light that is none of the known
+    bool hasUnknownLight = false;  // its type is none of the known
     std::string_view helperClass = {};
     std::optional<AseMaterialNumber> material = {};
     bool isAnimated = false;

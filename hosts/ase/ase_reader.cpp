@@ -100,17 +100,14 @@ class Assembly {
         if (object.objectToWorld) {
             node.worldTransform = *object.objectToWorld;
         } else {
-            notes_.add(nameOf(node), "the file has no transform of this node; it stands at the origin");
+            losses_.add(SceneLoss::noTransform, nameOf(node));
         }
         if (object.material) materialNumbers_.push_back({scene_.nodes.size() - 1, *object.material});
         node.object.emplace();
         node.object->type = object.type;
         node.object->className = text_.decode(object.helperClass);
         node.object->light = object.light;
-        if (object.unknownLight) {
-            notes_.add(nameOf(node), "the type of this light, \"" + text_.show(*object.unknownLight) +
-                                         "\", is not known; it becomes a point light");
-        }
+        if (object.hasUnknownLight) losses_.add(SceneLoss::unknownLight, nameOf(node));
         if (object.mesh) addMesh(*std::move(object.mesh), node);
         isAnimated_ = isAnimated_ || object.isAnimated;
     }
@@ -120,15 +117,9 @@ class Assembly {
         scene_.meshes.push_back(std::move(read.mesh));
         if (read.hasVertexColours) losses_.add(SceneLoss::vertexColours, nameOf(node));
         if (read.lostFaces > 0) losses_.add(SceneLoss::infiniteTriangles, nameOf(node), read.lostFaces);
-        if (read.badMapVertices > 0) {
-            notes_.add(nameOf(node), std::to_string(read.badMapVertices) +
-                                         " texture coordinates are not finite numbers; they become 0");
-        }
-        if (read.isTurned) {
-            notes_.add(
-                nameOf(node),
-                "the node is mirrored, and its faces oppose their normals in the file; they were turned");
-        }
+        if (read.badMapVertices > 0)
+            losses_.add(SceneLoss::infiniteMapVertices, nameOf(node), read.badMapVertices);
+        if (read.isTurned) losses_.add(SceneLoss::turnedFaces, nameOf(node));
     }
 
     void linkMaterials() {
@@ -146,10 +137,8 @@ class Assembly {
         const auto parents = hierarchy_.parents(lost);
         for (SnapshotRef node = 0; node < parents.size(); ++node)
             (parents[node] ? scene_.nodes[*parents[node]].children : scene_.roots).push_back(node);
-        for (const std::uint32_t node : lost) {
-            notes_.add(nameOf(scene_.nodes[node]),
-                       "the file does not hold the parent of this node; it stands at the top, where it was");
-        }
+        for (const std::uint32_t node : lost)
+            losses_.add(SceneLoss::lostParent, nameOf(scene_.nodes[node]));
     }
 
     void addNotes() {

@@ -37,7 +37,7 @@ TEST(AseReader, EveryKindOfObjectBecomesItsKindOfNode) {
     EXPECT_EQ(read.node(u"Camera").object->type, IGameObject::IGAME_CAMERA);
     EXPECT_EQ(read.node(u"Helper").object->type, IGameObject::IGAME_HELPER);
     EXPECT_EQ(read.node(u"Helper").object->className, u"Dummy");
-    EXPECT_EQ(read.notesOf("Shape", "no transform"), 1);
+    EXPECT_EQ(read.notesOf("room.ase", "1 node (\"Shape\") has no transform"), 1);
     EXPECT_EQ(read.scene.roots.size(), 6U);
 }
 
@@ -55,7 +55,8 @@ TEST(AseReader, LightsKeepColourAndIntensityApart) {
         const ReadAse read = readAseText(kAseHeader + light("L", c.type, settings(c.falloff)));
         const host::LightState expected{c.expected, {0.25F, 0.5F, 1}, 2.5F};
         EXPECT_EQ(read.node(u"L").object->light, expected) << c.type << ' ' << c.falloff;
-        EXPECT_EQ(read.notesOf("L", "\"Sunny\", is not known"), std::string(c.type) == "Sunny" ? 1 : 0);
+        EXPECT_EQ(read.notesOf("room.ase", "1 node (\"L\") has a light of a type that is not known"),
+                  std::string(c.type) == "Sunny" ? 1 : 0);
     }
 }
 
@@ -109,7 +110,7 @@ TEST(AseReader, ParentsAreFoundByNameAndChildrenKeepTheirOrder) {
     EXPECT_THAT(read.scene.nodes[0].children, ElementsAre(1, 3));
     EXPECT_THAT(read.scene.nodes[1].children, ElementsAre(2));
     EXPECT_THAT(read.scene.nodes[3].children, ElementsAre(4)) << "of two of one name the later";
-    EXPECT_EQ(read.notesOf("D", "does not hold the parent"), 1);
+    EXPECT_EQ(read.notesOf("room.ase", "1 node (\"D\") has a parent that the file does not hold"), 1);
 }
 
 TEST(AseReader, ObjectsWithinGroupsAreObjectsOfTheScene) {
@@ -152,6 +153,30 @@ TEST(AseReader, WhatNoAseFileHoldsIsToldOnce) {
     const ReadAse read = readAseText(kAseHeader + aseHelper("A") + aseHelper("B"));
     EXPECT_EQ(read.notes.notes().size(), 1U);
     EXPECT_EQ(read.notesOf("room.ase", "user properties, layers, instances"), 1);
+}
+
+TEST(AseReader, WhatManyNodesLackIsToldOnceAKind) {
+    const std::string mesh = aseTriangle("*MESH_NUMTVERTEX 1\n*MESH_TVERTLIST {\n*MESH_TVERT 0 nan 0 0\n}\n" +
+                                         aseBlock("MESH_NORMALS", "*MESH_FACENORMAL 0 0 0 1\n"));
+    std::string text = kAseHeader;
+    for (const char* name : {"A", "B", "C", "D"}) {
+        text += aseBlock("GEOMOBJECT", aseName(name) + "*NODE_PARENT \"Gone\"\n" +
+                                           aseBlock("NODE_TM", "*TM_ROW0 -1 0 0\n") + mesh);
+        text += aseBlock("LIGHTOBJECT", aseName(name) + "*LIGHT_TYPE Sunny\n");
+    }
+    const ReadAse read = readAseText(text);
+    struct Case {
+        std::string things;
+        std::string what;
+    };
+    for (const auto& [things, what] :
+         {Case{"nodes", "no transform"}, Case{"nodes", "a parent that the file does not hold"},
+          Case{"nodes", "a light of a type"}, Case{"meshes", "4 texture coordinates"},
+          Case{"meshes", "faces that oppose"}}) {
+        const std::string note = "4 " + things + " (\"A\", \"B\", \"C\", ...) have " + what;
+        EXPECT_EQ(read.notesOf("room.ase", note), 1) << note;
+    }
+    EXPECT_EQ(read.notes.notes().size(), 6U);
 }
 
 TEST(AseReader, AnAnimatedObjectIsToldOnceAFile) {

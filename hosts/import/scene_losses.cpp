@@ -28,6 +28,12 @@ LossText textOf(SceneLoss loss) {
                     "triangles with coordinates that are not finite, which are left out"};
         case SceneLoss::badTriangles:
             return {"mesh", "meshes", true, "triangles with vertices that do not exist, which are left out"};
+        case SceneLoss::infiniteMapVertices:
+            return {"mesh", "meshes", true,
+                    "texture coordinates with numbers that are not finite, which become 0"};
+        case SceneLoss::turnedFaces:
+            return {"mesh", "meshes", false,
+                    "faces that oppose their normals in the file, on a node that mirrors; they were turned"};
         case SceneLoss::noTriangles:
             return {"node", "nodes", false, "a mesh without triangles, and is kept as a helper"};
         case SceneLoss::otherProperties:
@@ -42,10 +48,19 @@ LossText textOf(SceneLoss loss) {
         case SceneLoss::badTransform:
             return {"node", "nodes", false,
                     "a transform with numbers that are not finite or too large, which is left out"};
+        case SceneLoss::noTransform:
+            return {"node", "nodes", false, "no transform in the file, so the place is the origin"};
+        case SceneLoss::lostParent:
+            return {"node", "nodes", false,
+                    "a parent that the file does not hold or has below the node; at the top, the place stays "
+                    "the same"};
         case SceneLoss::ambientLight:
             return {"node", "nodes", false, "an ambient light, which is left out; a helper is kept"};
         case SceneLoss::volumeLight:
             return {"node", "nodes", false, "an area or volume light, which becomes a point light"};
+        case SceneLoss::unknownLight:
+            return {"node", "nodes", false,
+                    "a light of a type that is not known, which becomes a point light"};
         case SceneLoss::brightLight:
             return {"node", "nodes", false,
                     "a light brighter than a package can say, which keeps its colour at full brightness"};

@@ -21,6 +21,8 @@ enum class SceneLoss {
     degenerateTriangles,
     infiniteTriangles,
     badTriangles,
+    infiniteMapVertices,
+    turnedFaces,
     // of nodes
     noTriangles,
     otherProperties,
@@ -28,8 +30,11 @@ enum class SceneLoss {
     cutProperties,
     cutName,
     badTransform,
+    noTransform,
+    lostParent,
     ambientLight,
     volumeLight,
+    unknownLight,
     brightLight,
     lightBesideMesh,
     // of lights and cameras, which have no node
