@@ -9,15 +9,18 @@
 namespace velinor {
 namespace {
 
+constexpr std::int32_t kSelfIllumination = 5;
+
 // The keyword of a map tells which slot of a Standard material it fills.
 struct MapKeyword {
     std::string_view keyword;
     std::int32_t slot;
 };
 constexpr MapKeyword kMapKeywords[] = {
-    {"MAP_AMBIENT", 0},       {"MAP_DIFFUSE", 1},   {"MAP_SPECULAR", 2}, {"MAP_SHINE", 3},
-    {"MAP_SHINESTRENGTH", 4}, {"MAP_SELFILLUM", 5}, {"MAP_OPACITY", 6},  {"MAP_FILTERCOLOR", 7},
-    {"MAP_BUMP", 8},          {"MAP_REFLECT", 9},   {"MAP_REFRACT", 10},
+    {"MAP_AMBIENT", 0}, {"MAP_DIFFUSE", 1},       {"MAP_SPECULAR", 2},
+    {"MAP_SHINE", 3},   {"MAP_SHINESTRENGTH", 4}, {"MAP_SELFILLUM", kSelfIllumination},
+    {"MAP_OPACITY", 6}, {"MAP_FILTERCOLOR", 7},   {"MAP_BUMP", 8},
+    {"MAP_REFLECT", 9}, {"MAP_REFRACT", 10},
 };
 constexpr std::string_view kNumberedMap = "MAP_GENERIC";
 
@@ -132,6 +135,10 @@ void AseMaterials::readMaterialPart(AseLexer& lexer, std::string_view keyword) {
         values_[item].shine = lexer.number();
     } else if (keyword == "MATERIAL_TRANSPARENCY") {
         values_[item].transparency = lexer.number();
+    } else if (keyword == "MATERIAL_SELFILLUM") {
+        values_[item].isLuminous = lexer.anyNumber() > 0;
+    } else if (keyword == "MATERIAL_TWOSIDED") {
+        values_[item].isTwoSided = true;
     } else if (keyword == "SUBMATERIAL") {
         openMaterial(lexer, keyword);
     } else if (isMapKeyword(keyword)) {
@@ -150,6 +157,8 @@ void AseMaterials::readMapPart(AseLexer& lexer, std::string_view keyword) {
         if (!frame.slot || frame.parentMap) frame.slot = number;
     } else if (keyword == "BITMAP") {
         map.bitmap = bitmapName(lexer.text(), frame.material);
+    } else if (keyword == "MAP_AMOUNT") {
+        if (lexer.anyNumber() != 1) values_[frame.material].hasPartialMap = true;
     } else if (isPlacement(keyword)) {
         if (movesMap(keyword, lexer.anyNumber())) values_[frame.material].isMoved = true;
     } else if (isMapKeyword(keyword)) {
@@ -205,7 +214,7 @@ void AseMaterials::closeMaterial(SnapshotRef item) {
             {u"roughness", 1 - values.shine},
             {u"metalness_map", SnapshotMapProperty{}},
             {u"metalness", 0.F},
-            {u"emission_map", map(5)},
+            {u"emission_map", map(kSelfIllumination)},
         };
     }
     noteLosses(material, values);
@@ -214,6 +223,10 @@ void AseMaterials::closeMaterial(SnapshotRef item) {
 void AseMaterials::noteLosses(const SnapshotMaterial& material, const Values& values) {
     const std::string name = oneLine(toUtf8(material.name));
     if (values.isMoved) losses_.add(MaterialLoss::movedTexture, name);
+    if (values.hasPartialMap) losses_.add(MaterialLoss::partialMap, name);
+    if (values.isTwoSided) losses_.add(MaterialLoss::twoSided, name);
+    if (values.isLuminous && !mapOfSlot(material, kSelfIllumination))
+        losses_.add(MaterialLoss::emissionColour, name);
     if (material.className == kPhysical) losses_.add(MaterialLoss::physicalValues, name);
 }
 

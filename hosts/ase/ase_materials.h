@@ -51,7 +51,10 @@ class AseMaterials {
     struct Values {
         float shine = 0;
         float transparency = 0;
-        bool isMoved = false;
+        bool isMoved = false;        // any of its maps, on the surface
+        bool hasPartialMap = false;  // one whose amount is not 1
+        bool isTwoSided = false;
+        bool isLuminous = false;
     };
 
     void openMaterial(AseLexer& lexer, std::string_view keyword);

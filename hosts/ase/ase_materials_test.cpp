@@ -199,6 +199,28 @@ TEST(AseMaterials, PlacementOfMapsIsToldOnceAFile) {
     }
 }
 
+TEST(AseMaterials, WhatAPackageCannotExpressIsToldOnceAKind) {
+    struct Case {
+        std::string content;
+        const char* note;
+        int count;
+    };
+    const std::string map = aseBlock("MAP_DIFFUSE", "*MAP_AMOUNT 0.3\n");
+    for (const auto& [content, note, count] : {
+             Case{"*MATERIAL_TWOSIDED\n", "have two sides", 1},
+             Case{"", "two sides", 0},
+             Case{"*MATERIAL_SELFILLUM 0.5\n", "have an emission colour without a map", 1},
+             Case{"*MATERIAL_SELFILLUM 0,0000\n", "emission", 0},
+             Case{"*MATERIAL_SELFILLUM 0.5\n" + bitmap("MAP_SELFILLUM", "a.png"), "emission", 0},
+             Case{map + map, "have maps of an amount other than 1", 1},
+             Case{bitmap("MAP_DIFFUSE", "a.png"), "amount", 0},
+         }) {
+        const ReadAse read = readAseText(list(material("M", content) + material("N", content, 1)));
+        const std::string names = count == 0 ? "" : "2 materials (\"M\", \"N\") ";
+        EXPECT_EQ(read.notesOf("room.ase", names + note), count) << content;
+    }
+}
+
 TEST(AseMaterials, BitmapsAreFoundBesideTheSceneAndMissingOnesToldOnce) {
     const TemporaryFolder folder;
     std::ofstream(folder.path() / "wood.png").put('x');

@@ -13,6 +13,8 @@ const char* textOf(MaterialLoss loss) {
             return "textures on another than the first set of texture coordinates; they take the first";
         case MaterialLoss::layeredTextures:
             return "several textures of one kind upon each other; the first is taken";
+        case MaterialLoss::partialMap:
+            return "maps of an amount other than 1, which are taken in full";
         case MaterialLoss::occlusionMap:
             return "ambient occlusion maps, which are left out";
         case MaterialLoss::opacityMap:

@@ -13,6 +13,7 @@ enum class MaterialLoss {
     movedTexture,
     otherTextureSet,
     layeredTextures,
+    partialMap,
     occlusionMap,
     opacityMap,
     specularColour,
