@@ -26,6 +26,16 @@ bool endsWord(char c) {
     return isBlank(c) || c == '{' || c == '}' || c == '"' || c == '*';
 }
 
+bool isKeywordLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+std::string_view withoutLastBlanks(std::string_view text) {
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 // As much of a word as a message shows.
 std::string shown(std::string_view word) {
     constexpr std::size_t kLongest = 40;
@@ -108,10 +118,42 @@ void AseLexer::skipBlanks() {
         ++at_;
 }
 
+// Whether one of the format's keywords, which have capital letters, follows behind blanks and braces.
+bool AseLexer::isBeforeKeyword(std::size_t at) const {
+    constexpr std::size_t kShortestKeyword = 4;
+    while (at < text_.size() && (isBlank(text_[at]) || text_[at] == '{' || text_[at] == '}'))
+        ++at;
+    if (at == text_.size() || text_[at] != '*') return false;
+    const std::size_t begin = ++at;
+    while (at < text_.size() && isKeywordLetter(text_[at]))
+        ++at;
+    return at - begin >= kShortestKeyword && (at == text_.size() || endsWord(text_[at]));
+}
+
+// Of the line from `from` on. Its last quote counts where only blanks or one brace that opens follow, but not
+// for strings before a quote that a keyword follows. Goes over the line once, whatever is in it.
+AseLexer::LastStrings AseLexer::lastStrings(std::size_t from) const {
+    LastStrings found{from};
+    found.lineEnd = std::min(text_.find_first_of("\r\n", from), text_.size());
+    std::string_view rest = withoutLastBlanks(text_.substr(from, found.lineEnd - from));
+    if (rest.ends_with('{')) rest = withoutLastBlanks(rest.substr(0, rest.size() - 1));
+    if (!rest.ends_with('"')) return found;
+    found.quote = from + rest.size() - 1;
+    for (std::size_t at = found.quote; at > from; --at) {
+        if (text_[at - 1] != '"' || !isBeforeKeyword(at)) continue;
+        found.begin = at;
+        break;
+    }
+    return found;
+}
+
 // The quote that ends the string whose text begins at `from`, or npos. A quote inside a name is one that
 // something else than a keyword, a brace or the line's end follows. Looks at each character once, since it
 // goes on from where the blanks after a quote end.
-std::size_t AseLexer::closingQuote(std::size_t from) const {
+std::size_t AseLexer::closingQuote(std::size_t from) {
+    if (from > last_.lineEnd) last_ = lastStrings(from);
+    if (last_.quote != std::string_view::npos && last_.begin <= from && from <= last_.quote)
+        return last_.quote;
     std::size_t at = from;
     while (at < text_.size() && !isLineEnd(text_[at])) {
         if (text_[at++] != '"') continue;

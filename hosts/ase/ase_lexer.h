@@ -45,8 +45,9 @@ class AseLexer {
     bool isAtBlock();
     bool isAtText();
 
-    // What stands in quotes. Nothing is escaped: the string ends at the last quote before the next keyword or
-    // brace or the end of its line.
+    // What stands in quotes. Nothing is escaped: a string that stands alone with its keyword, or with the
+    // brace that follows, ends at the last quote of its line. Where more keywords follow on the line, it ends
+    // at the first quote that a keyword, a brace or the end of the line follows.
     std::string_view text();
 
     // A word without quotes, or a string.
@@ -87,10 +88,19 @@ class AseLexer {
         std::size_t place = 0;
     };
 
+    // The strings that begin at `begin` or later on a line and end at its last quote.
+    struct LastStrings {
+        std::size_t begin = 0;
+        std::size_t quote = std::string_view::npos;  // npos: there are none
+        std::size_t lineEnd = 0;
+    };
+
     void skipBlanks();
     void skipString();
     void skipBlock();
-    std::size_t closingQuote(std::size_t from) const;
+    std::size_t closingQuote(std::size_t from);
+    LastStrings lastStrings(std::size_t from) const;
+    bool isBeforeKeyword(std::size_t at) const;
     std::string_view wholeWord() const;
     [[noreturn]] void refuseWord(const std::string& wanted) const;
     [[noreturn]] void refuseCut(const Block& block) const;
@@ -101,6 +111,7 @@ class AseLexer {
     std::size_t at_ = 0;
     std::size_t place_ = 0;
     std::string_view keyword_;  // the one asked last
+    LastStrings last_;          // of the line on which a string was met last
     std::vector<Block> blocks_;
 };
 

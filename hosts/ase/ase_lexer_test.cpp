@@ -65,6 +65,47 @@ TEST(AseLexer, AStringEndsAtTheLastQuoteOfItsKind) {
               "a.ase: line 1, column 1: there is \"5\" where a string in quotes is expected");
 }
 
+// A keyword with a string alone on its line is the usual case, and names hold anything.
+TEST(AseLexer, AStringAloneOnItsLineEndsAtTheLastQuote) {
+    struct Case {
+        std::string_view text;
+        std::string_view string;
+    };
+    for (const Case& c : {
+             Case{"\"Box \"A\" {x} *b\"\r\n}", "Box \"A\" {x} *b"},
+             Case{"\"a\" *b\" \t\r*MAP_CLASS \"c\"", "a\" *b"},
+             Case{"\"a\" } { \"", "a\" } { "},
+             Case{"\"a\" {b\" {\n*HELPEROBJECT {", "a\" {b"},
+             Case{"\"*MAIN\" *d\"\n", "*MAIN\" *d"},
+             // More than one keyword on a line
+             Case{"\"a\" *NODE_NAME \"b\"\n", "a"},
+             Case{"\"a\" } } *NODE_NAME \"b\"\n", "a"},
+             Case{"\"a\" { *GROUP \"b\" {\n", "a"},
+             Case{"\"a\" *NODE_TM {\n", "a"},
+             Case{"\"a\" } *b\" }\n", "a"},
+         }) {
+        EXPECT_EQ(AseLexer(c.text, "a.ase").text(), c.string) << c.text;
+    }
+}
+
+TEST(AseLexer, EachLineHasItsOwnLastQuote) {
+    AseLexer lexer(
+        "*A \"1\" *b\"\n*B { *NODE_NAME \"2\" *NODE_NAME \"3\" *d\"\n*UNKNOWN { \"} *e\"\n}\n*C \"{\" "
+        "*f\"\n*D }",
+        "a.ase");
+    EXPECT_EQ(lexer.next(), "A");
+    EXPECT_EQ(lexer.text(), "1\" *b");
+    EXPECT_EQ(lexer.next(), "B");
+    lexer.enter("B");
+    EXPECT_EQ(lexer.next(), "NODE_NAME");
+    EXPECT_EQ(lexer.text(), "2");
+    EXPECT_EQ(lexer.next(), "NODE_NAME");
+    EXPECT_EQ(lexer.text(), "3\" *d");
+    EXPECT_EQ(lexer.next(), "UNKNOWN");
+    EXPECT_EQ(lexer.next(), "C") << "a string that is not read ends the same way";
+    EXPECT_EQ(lexer.next(), "D");
+}
+
 TEST(AseLexer, AQuoteThatNothingClosesIsPassedOverInWhatIsNotRead) {
     AseLexer lexer("*A \"open { \n*B { \"open } \n } *C", "a.ase");
     EXPECT_EQ(lexer.next(), "A");

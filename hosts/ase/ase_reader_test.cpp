@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "hosts/ase/ase_test_support.h"
 
 namespace velinor {
@@ -200,6 +202,23 @@ TEST(AseReader, FilesThatAreNoScenesAreRefused) {
                 HasSubstr("line 3, column 1: there is \"*\" where the block of *HELPEROBJECT"));
     EXPECT_THAT(aseRefusal(kAseHeader + aseHelper("A") + "}"),
                 HasSubstr("line 12, column 1: there is no open block"));
+}
+
+TEST(AseReader, AFileMayStandOnOneLine) {
+    const std::string text = kAseHeader + "*COMMENT \"x\"\n" + aseMeshObject("A", aseTriangle()) +
+                             "*GROUP \"G\" {\n" + aseHelper("B", "A") + "}\n";
+    std::string line = text;
+    std::ranges::replace(line, '\n', ' ');
+    EXPECT_EQ(readAseText(line).scene, readAseText(text).scene);
+}
+
+TEST(AseReader, ManyStringsOnOneLineCostNoSquare) {
+    constexpr std::size_t kNodes = 100000;
+    std::string text = "*3DSMAX_ASCIIEXPORT 200 ";
+    for (std::size_t i = 0; i < kNodes; ++i)
+        text += "*HELPEROBJECT { *NODE_NAME \"A\" *COMMENT \"{\" } ";
+    EXPECT_EQ(readAseText(text + "*COMMENT \"x\"\n").scene.nodes.size(), kNodes);
+    EXPECT_EQ(readAseText(text).scene.nodes.size(), kNodes);
 }
 
 TEST(AseReader, NamesMayBeLongAndEmptyAndHoldAnything) {
