@@ -36,36 +36,6 @@ std::string_view withoutLastBlanks(std::string_view text) {
     return text;
 }
 
-// As much of a word as a message shows.
-std::string shown(std::string_view word) {
-    constexpr std::size_t kLongest = 40;
-    std::string text = printable(toUtf8(toUtf16Lossy(word.substr(0, kLongest))));
-    if (word.size() > kLongest) text += "...";
-    return '"' + text + '"';
-}
-
-struct LineAndColumn {
-    std::size_t line = 1;
-    std::size_t column = 1;
-};
-
-// Lines end with CR LF, LF or CR. Columns count characters, not bytes.
-LineAndColumn lineAndColumn(std::string_view text, std::size_t place) {
-    LineAndColumn found;
-    std::size_t begin = 0;
-    for (std::size_t at = 0; at < place; ++at) {
-        const bool isEnd =
-            text[at] == '\n' || (text[at] == '\r' && (at + 1 == text.size() || text[at + 1] != '\n'));
-        if (!isEnd) continue;
-        ++found.line;
-        begin = at + 1;
-    }
-    const auto isFirstByte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; };
-    found.column +=
-        static_cast<std::size_t>(std::ranges::count_if(text.substr(begin, place - begin), isFirstByte));
-    return found;
-}
-
 // A number that a double cannot hold either: too large or too small.
 bool isTiny(std::string_view word) {
     const std::size_t exponent = word.find_first_of("eE");
@@ -100,16 +70,41 @@ std::optional<float> markedNumber(std::string_view word) {
 
 }  // namespace
 
+// As much of a word as a message shows.
+std::string AseLexer::shown(std::string_view word) const {
+    constexpr std::size_t kLongest = 40;
+    const std::string text = printable(toUtf8(decodeAse(word.substr(0, kLongest), encoding_)));
+    return word.size() > kLongest ? text + "..." : text;
+}
+
+// Lines end with CR LF, LF or CR. Columns count characters, not bytes.
+AseLexer::LineAndColumn AseLexer::lineAndColumn(std::size_t place) const {
+    LineAndColumn found;
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at < place; ++at) {
+        const bool isEnd =
+            text_[at] == '\n' || (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] != '\n'));
+        if (!isEnd) continue;
+        ++found.line;
+        begin = at + 1;
+    }
+    const auto isFirstByte = [this](char c) {
+        return encoding_ == AseEncoding::codePage || (static_cast<unsigned char>(c) & 0xC0U) != 0x80;
+    };
+    found.column +=
+        static_cast<std::size_t>(std::ranges::count_if(text_.substr(begin, place - begin), isFirstByte));
+    return found;
+}
+
 void AseLexer::refuse(std::size_t place, const std::string& fault) const {
-    const LineAndColumn found = lineAndColumn(text_, std::min(place, text_.size()));
+    const LineAndColumn found = lineAndColumn(std::min(place, text_.size()));
     throw SceneError(file_ + ": line " + std::to_string(found.line) + ", column " +
                      std::to_string(found.column) + ": " + fault);
 }
 
 void AseLexer::refuseCut(const Block& block) const {
-    refuse(text_.size(), "the file ends within the block of *" + printable(block.keyword.substr(0, 40)) +
-                             " that begins at line " +
-                             std::to_string(lineAndColumn(text_, block.place).line) +
+    refuse(text_.size(), "the file ends within the block of *" + shown(block.keyword) +
+                             " that begins at line " + std::to_string(lineAndColumn(block.place).line) +
                              "; it is cut off, so export it again");
 }
 
@@ -252,10 +247,13 @@ std::string_view AseLexer::wholeWord() const {
     return text_.substr(place_, end - place_);
 }
 
+std::string AseLexer::quotedWord() const {
+    return '"' + shown(wholeWord()) + '"';
+}
+
 void AseLexer::refuseWord(const std::string& wanted) const {
-    const std::string_view word = wholeWord();
-    refuse(place_, (word.empty() ? "the file ends here" : "there is " + shown(word)) + " where " + wanted +
-                       " is expected");
+    refuse(place_, (wholeWord().empty() ? "the file ends here" : "there is " + quotedWord()) + " where " +
+                       wanted + " is expected");
 }
 
 std::string_view AseLexer::text() {
@@ -301,7 +299,7 @@ float AseLexer::unusualNumber() {
 
 float AseLexer::number() {
     const float value = anyNumber();
-    if (!std::isfinite(value)) refuse(place_, shown(wholeWord()) + " is no number that can be used here");
+    if (!std::isfinite(value)) refuse(place_, quotedWord() + " is no number that can be used here");
     return value;
 }
 
@@ -314,7 +312,7 @@ std::int64_t AseLexer::integer(std::int64_t low, std::int64_t high) {
     if (error == std::errc::invalid_argument || (stop != end && !endsWord(*stop)))
         refuseWord("a whole number");
     if (error != std::errc() || value < low || value > high) {
-        refuse(place_, shown(wholeWord()) + " is out of range; from " + std::to_string(low) + " to " +
+        refuse(place_, quotedWord() + " is out of range; from " + std::to_string(low) + " to " +
                            std::to_string(high) + " is possible");
     }
     at_ = static_cast<std::size_t>(stop - text_.data());
@@ -331,7 +329,7 @@ std::uint32_t AseLexer::index(std::size_t count, const char* what) {
     const bool isNumber = error != std::errc::invalid_argument && (stop == end || endsWord(*stop));
     if (!isNumber) refuseWord("the number of a " + std::string(what));
     if (error != std::errc() || value >= count) {
-        refuse(place_, std::string(what) + " " + shown(wholeWord()) + " does not exist; there are " +
+        refuse(place_, std::string(what) + " " + quotedWord() + " does not exist; there are " +
                            std::to_string(count));
     }
     at_ = static_cast<std::size_t>(stop - text_.data());
@@ -362,7 +360,7 @@ std::uint32_t AseLexer::smoothingGroups() {
         const bool isNumber = stop != text_.data() + at_ && (stop == end || *stop == ',' || endsWord(*stop));
         if (!isNumber) refuseWord("the number of a smoothing group");
         if (error != std::errc() || group > kGroups)
-            refuse(place_, "there is no smoothing group " + shown(wholeWord()) + "; they are 1 to 32");
+            refuse(place_, "there is no smoothing group " + quotedWord() + "; they are 1 to 32");
         if (group > 0) mask |= 1U << (group - 1);
         at_ = static_cast<std::size_t>(stop - text_.data());
     }

@@ -11,7 +11,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "hosts/ase/ase_text.h"
 
 namespace velinor {
 
@@ -27,9 +30,10 @@ namespace velinor {
 // blocks are kept in a list, so their depth costs no stack.
 class AseLexer {
   public:
-    // The text in UTF-8 or any other encoding that has ASCII; it must outlive the lexer and all that it
-    // gives. `file` names it in messages.
-    AseLexer(std::string_view text, std::string file) : text_(text), file_(std::move(file)) {}
+    // The text must outlive the lexer and all that it gives. `file` names it in messages, whose words and
+    // columns are those of the encoding.
+    AseLexer(std::string_view text, std::string file, AseEncoding encoding = AseEncoding::utf8)
+        : text_(text), file_(std::move(file)), encoding_(encoding) {}
 
     // The next keyword of the current block, without its "*". Nothing at the block's end, which is then left,
     // and at the end of the text. Passes over what is left of the arguments and blocks of the keyword before.
@@ -88,6 +92,11 @@ class AseLexer {
         std::size_t place = 0;
     };
 
+    struct LineAndColumn {
+        std::size_t line = 1;
+        std::size_t column = 1;
+    };
+
     // The strings that begin at `begin` or later on a line and end at its last quote.
     struct LastStrings {
         std::size_t begin = 0;
@@ -102,12 +111,16 @@ class AseLexer {
     LastStrings lastStrings(std::size_t from) const;
     bool isBeforeKeyword(std::size_t at) const;
     std::string_view wholeWord() const;
+    std::string shown(std::string_view word) const;
+    std::string quotedWord() const;
+    LineAndColumn lineAndColumn(std::size_t place) const;
     [[noreturn]] void refuseWord(const std::string& wanted) const;
     [[noreturn]] void refuseCut(const Block& block) const;
     float unusualNumber();
 
     std::string_view text_;
     std::string file_;
+    AseEncoding encoding_;
     std::size_t at_ = 0;
     std::size_t place_ = 0;
     std::string_view keyword_;  // the one asked last

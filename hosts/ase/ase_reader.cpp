@@ -27,7 +27,7 @@ class Assembly {
              Progress& progress, ImportNotes& notes)
         : shown_(printable(utf8Path(file))),
           text_(std::move(bytes)),
-          lexer_(text_.text(), shown_),
+          lexer_(text_.text(), shown_, text_.encoding()),
           receiver_(progress),
           progress_(progress, lexer_),
           notes_(notes),

@@ -64,16 +64,20 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
+std::u16string decodeAse(std::string_view part, AseEncoding encoding) {
+    return encoding == AseEncoding::codePage ? fromWindows1252(part) : toUtf16Lossy(part);
+}
+
 AseText::AseText(std::string bytes) : bytes_(std::move(bytes)) {
     const Encoding encoding = encodingOf(bytes_);
     if (encoding != Encoding::bytes) bytes_ = utf8OfUtf16(bytes_, encoding);
     const bool isMarked = bytes_.starts_with(kUtf8Mark);
     if (isMarked) begin_ = kUtf8Mark.size();
-    isCodePage_ = !isMarked && !isUtf8(bytes_);
+    if (!isMarked && !isUtf8(bytes_)) encoding_ = AseEncoding::codePage;
 }
 
 std::u16string AseText::decode(std::string_view part) const {
-    return isCodePage_ ? fromWindows1252(part) : toUtf16Lossy(part);
+    return decodeAse(part, encoding_);
 }
 
 std::string AseText::show(std::string_view part) const {

@@ -6,6 +6,12 @@
 
 namespace velinor {
 
+// How bytes beyond ASCII are to be read.
+enum class AseEncoding { utf8, codePage };
+
+// UTF-16 of a part of a text.
+std::u16string decodeAse(std::string_view part, AseEncoding encoding);
+
 // The bytes of a file as text with ASCII keywords. UTF-16, in either order, with a mark or without, becomes
 // UTF-8. Text without a mark that is no UTF-8 is in the code page of its writer, which the file does not
 // tell: it is taken for Windows-1252.
@@ -22,12 +28,13 @@ class AseText {
     std::string show(std::string_view part) const;
 
     // Whether the encoding is a guess that matters: there are characters beyond ASCII in a code page.
-    bool isCodePage() const { return isCodePage_; }
+    bool isCodePage() const { return encoding_ == AseEncoding::codePage; }
+    AseEncoding encoding() const { return encoding_; }
 
   private:
     std::string bytes_;
     std::size_t begin_ = 0;  // behind the mark
-    bool isCodePage_ = false;
+    AseEncoding encoding_ = AseEncoding::utf8;
 };
 
 }  // namespace velinor

@@ -64,6 +64,20 @@ TEST(AseText, PlacesAreThoseOfTheTextAndNotOfItsBytes) {
     EXPECT_EQ(aseRefusal(toUtf8(text)), expected);
 }
 
+// In a code page bytes are characters, whatever they would be in UTF-8.
+TEST(AseText, PlacesAndWordsOfACodePageAreThoseOfItsCharacters) {
+    EXPECT_EQ(aseRefusal(kAseHeader + "*COMMENT \"\x84\x81\xA0\" *\xFC\x80 }"),
+              "room.ase: line 2, column 20: there is no open block that this brace could close");
+    EXPECT_EQ(aseRefusal(kAseHeader + "*GROUP \"\x84\" { *\xFC { *GROUP \x84\x80"),
+              "room.ase: line 2, column 28: the file ends within the block of *\xC3\xBC that begins at line "
+              "2; it is "
+              "cut off, so export it again");
+    EXPECT_EQ(
+        aseRefusal(kAseHeader + "*GROUP \x84\x80"),
+        "room.ase: line 2, column 8: there is \"\xE2\x80\x9E\xE2\x82\xAC\" where the block of *GROUP, which "
+        "begins with \"{\" is expected");
+}
+
 TEST(AseText, OddUtf16IsRefusedLikeAnyCutFile) {
     std::string bytes = utf16(*toUtf16(kAseHeader + aseHelper("A")), false, true);
     bytes.resize(bytes.size() - 5);
