@@ -200,14 +200,13 @@ TEST(AseMesh, TheTransformMayFollowTheMesh) {
         std::string first;
         std::string later;
     };
-    for (const auto& [first, later] :
-         {Case{own + mesh, mesh + own}, Case{own + other + mesh, other + mesh + own},
-          Case{turning + mesh, mesh + turning}}) {
-        const auto read = [](const std::string& parts) {
-            return readAseText(kAseHeader + aseBlock("GEOMOBJECT", aseName("A") + parts));
-        };
+    const Case cases[] = {
+        {own + mesh, mesh + own}, {own + other + mesh, other + mesh + own}, {turning + mesh, mesh + turning}};
+    const auto read = [](const std::string& parts) {
+        return readAseText(kAseHeader + aseBlock("GEOMOBJECT", aseName("A") + parts));
+    };
+    for (const auto& [first, later] : cases)
         EXPECT_EQ(read(first).scene, read(later).scene) << later;
-    }
 }
 
 // Of a node that mirrors along x; the triangle lies in the node's space with its normal up or down.

@@ -167,17 +167,13 @@ TEST(AseReader, WhatManyNodesLackIsToldOnceAKind) {
         text += aseBlock("LIGHTOBJECT", aseName(name) + "*LIGHT_TYPE Sunny\n");
     }
     const ReadAse read = readAseText(text);
-    struct Case {
-        std::string things;
-        std::string what;
-    };
-    for (const auto& [things, what] :
-         {Case{"nodes", "no transform"}, Case{"nodes", "a parent that the file does not hold"},
-          Case{"nodes", "a light of a type"}, Case{"meshes", "4 texture coordinates"},
-          Case{"meshes", "faces that oppose"}}) {
-        const std::string note = "4 " + things + " (\"A\", \"B\", \"C\", ...) have " + what;
+    const std::string nodes = "4 nodes (\"A\", \"B\", \"C\", ...) have ";
+    const std::string meshes = "4 meshes (\"A\", \"B\", \"C\", ...) have ";
+    const std::string told[] = {nodes + "no transform", nodes + "a parent that the file does not hold",
+                                nodes + "a light of a type", meshes + "4 texture coordinates",
+                                meshes + "faces that oppose"};
+    for (const std::string& note : told)
         EXPECT_EQ(read.notesOf("room.ase", note), 1) << note;
-    }
     EXPECT_EQ(read.notes.notes().size(), 6U);
 }
 
