@@ -10,6 +10,7 @@ namespace velinor {
 namespace {
 
 constexpr std::int32_t kSelfIllumination = 5;
+constexpr std::int32_t kBump = 8;
 
 // The keyword of a map tells which slot of a Standard material it fills.
 struct MapKeyword {
@@ -65,6 +66,11 @@ std::optional<SnapshotRef> mapOfSlot(const SnapshotMaterial& material, std::int3
         if (map.slot == slot) found = map.map;
     }
     return found;
+}
+
+// Whether a map is mixed with what is below it. Bumps are 0.3 where nobody has touched them.
+bool isPartial(std::optional<std::int32_t> slot, float amount) {
+    return amount != 1 && (slot != kBump || amount != 0.3F);
 }
 
 }  // namespace
@@ -158,7 +164,7 @@ void AseMaterials::readMapPart(AseLexer& lexer, std::string_view keyword) {
     } else if (keyword == "BITMAP") {
         map.bitmap = bitmapName(lexer.text(), frame.material);
     } else if (keyword == "MAP_AMOUNT") {
-        if (lexer.anyNumber() != 1) values_[frame.material].hasPartialMap = true;
+        if (isPartial(frame.slot, lexer.anyNumber())) values_[frame.material].hasPartialMap = true;
     } else if (isPlacement(keyword)) {
         if (movesMap(keyword, lexer.anyNumber())) values_[frame.material].isMoved = true;
     } else if (isMapKeyword(keyword)) {

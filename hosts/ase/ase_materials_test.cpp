@@ -214,6 +214,8 @@ TEST(AseMaterials, WhatAPackageCannotExpressIsToldOnceAKind) {
              Case{"*MATERIAL_SELFILLUM 0.5\n" + bitmap("MAP_SELFILLUM", "a.png"), "emission", 0},
              Case{map + map, "have maps of an amount other than 1", 1},
              Case{bitmap("MAP_DIFFUSE", "a.png"), "amount", 0},
+             Case{aseBlock("MAP_BUMP", "*MAP_AMOUNT 0.3000\n"), "amount", 0},
+             Case{aseBlock("MAP_BUMP", "*MAP_AMOUNT 0.5\n"), "have maps of an amount other than 1", 1},
          }) {
         const ReadAse read = readAseText(list(material("M", content) + material("N", content, 1)));
         const std::string names = count == 0 ? "" : "2 materials (\"M\", \"N\") ";
