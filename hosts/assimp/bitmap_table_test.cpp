@@ -38,6 +38,26 @@ TEST_F(BitmapTableTest, AnImageIsAlsoFoundByTheLastComponentOfItsPath) {
     EXPECT_EQ(imageBytes("wood.png"), "bytes") << "what the file holds comes before what lies beside it";
 }
 
+TEST_F(BitmapTableTest, OfImagesOfOneNameTheWholePathDecides) {
+    embedFile("a\\wood.png", "first");
+    embedFile("b\\wood.png", "second");
+    diffuse("b/wood.png");
+    EXPECT_EQ(imageBytes("wood.png"), "second");
+    diffuse("c/wood.png");
+    EXPECT_EQ(imageBytes("wood-2.png"), "first") << "no whole path fits";
+}
+
+TEST_F(BitmapTableTest, APathInGltfMeansAFileAndNoEmbeddedImage) {
+    file_.format = FileFormat::gltf;
+    embedFile("wood.png", "embedded");
+    std::filesystem::create_directory(folder_.path() / "other");
+    const auto file = folder_.write("other/wood.png", "beside");
+    diffuse("other/wood.png");
+    EXPECT_EQ(maps_.at(0).bitmap, toUtf16Lossy(utf8Path(file)));
+    EXPECT_EQ(diffuse("*0"), "Bitmap wood.png");
+    EXPECT_EQ(imageBytes("wood.png"), "embedded");
+}
+
 TEST_F(BitmapTableTest, TwoImagesOfOneNameGetTwoFiles) {
     embedFile("a/wood.png", "first");
     embedFile("b/WOOD.png", "second");

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <utility>
 
 #include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
@@ -44,14 +45,22 @@ std::string endingByContent(std::string_view bytes) {
     return bytes.size() > 12 && bytes.starts_with("RIFF") && bytes.substr(8, 4) == "WEBP" ? "webp" : "";
 }
 
+std::u16string portable(std::u16string path) {
+    std::ranges::replace(path, u'\\', u'/');
+    return path;
+}
+
 }  // namespace
 
 EmbeddedImages::EmbeddedImages(const aiScene& scene, const SourceFile& source)
     : scene_(scene), source_(source) {
+    if (source.format == FileFormat::gltf) return;
     for (unsigned image = 0; image < imageCount(scene); ++image) {
-        const std::u16string path = name(image);
+        std::u16string path = portable(name(image));
         const std::u16string_view last = lastPathComponent(path);
-        if (!last.empty()) byLastComponent_.try_emplace(std::u16string(last), image);
+        if (last.empty()) continue;
+        byLastComponent_.try_emplace(std::u16string(last), image);
+        byPath_.try_emplace(std::move(path), image);
     }
 }
 
@@ -67,7 +76,8 @@ std::optional<unsigned> EmbeddedImages::find(std::string_view reference) const {
         if (error != std::errc() || stop != end || texture(image) == nullptr) return std::nullopt;
         return image;
     }
-    const std::u16string path = textureName(reference, source_);
+    const std::u16string path = portable(textureName(reference, source_));
+    if (const auto found = byPath_.find(path); found != byPath_.end()) return found->second;
     const auto found = byLastComponent_.find(std::u16string(lastPathComponent(path)));
     return found == byLastComponent_.end() ? std::nullopt : std::optional(found->second);
 }

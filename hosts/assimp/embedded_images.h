@@ -18,8 +18,9 @@ class EmbeddedImages {
   public:
     EmbeddedImages(const aiScene& scene, const SourceFile& source);
 
-    // The number of the image that a texture's name means: "*3", or a path whose last component is that of
-    // an image's own path. Of images of one name the first counts. Absent: the name means no such image.
+    // The number of the image that a texture's name means: "*3", or an image's own path, or else a path whose
+    // last component is that of an image's own path. Of images of one name the first counts. In glTF a path
+    // always means a file. Absent: the name means no such image.
     std::optional<unsigned> find(std::string_view reference) const;
 
     // The image's own name as the file has it, e.g. "..\wood.png"; empty where it has none.
@@ -38,6 +39,7 @@ class EmbeddedImages {
 
     const aiScene& scene_;
     const SourceFile& source_;
+    std::map<std::u16string, unsigned> byPath_;  // with "/" between components
     std::map<std::u16string, unsigned> byLastComponent_;
 };
 
