@@ -119,8 +119,18 @@ std::optional<fs::path> TextureFiles::find(std::u16string_view name) const {
     return findLoosely(plain);
 }
 
+// The path as it stands; then, since some writers put a separator before relative paths, without that.
+std::vector<fs::path> TextureFiles::pathsOf(std::u16string_view name) const {
+    std::vector<fs::path> paths{folder_ / portablePath(name)};
+    const auto start = std::min(name.find_first_not_of(u"\\/"), name.size());
+    if (start != 0) paths.push_back(folder_ / portablePath(name.substr(start)));
+    return paths;
+}
+
 std::optional<fs::path> TextureFiles::findExactly(std::u16string_view name) const {
-    if (const fs::path path = folder_ / portablePath(name); isRegularFile(path)) return tidied(path);
+    for (const fs::path& path : pathsOf(name)) {
+        if (isRegularFile(path)) return tidied(path);
+    }
     const fs::path last = toPath(lastPathComponent(name));
     for (const fs::path& folder : searched_) {
         if (isRegularFile(folder / last)) return folder / last;
@@ -130,7 +140,9 @@ std::optional<fs::path> TextureFiles::findExactly(std::u16string_view name) cons
 
 std::optional<fs::path> TextureFiles::findLoosely(std::u16string_view name) const {
     const std::string last = lowerCase(toUtf8(lastPathComponent(name)));
-    std::vector<fs::path> folders{(folder_ / portablePath(name)).parent_path()};
+    std::vector<fs::path> folders;
+    for (const fs::path& path : pathsOf(name))
+        folders.push_back(path.parent_path());
     folders.insert(folders.end(), searched_.begin(), searched_.end());
     for (const fs::path& folder : folders) {
         const Listing& names = listing(folder);

@@ -22,9 +22,9 @@ class TextureFiles {
                  std::span<const std::filesystem::path> assetFolders);
 
     // The absolute path of the file that `name` means, in this order: the path as it stands, "\" taken for
-    // "/" and, in URIs, "%20" for a blank, relative ones against the scene's folder; its last component in
-    // the folders of searched(), in order; the same once more without regard to the case of ASCII letters, in
-    // the folder of the path first.
+    // "/" and, in URIs, "%20" for a blank, relative ones against the scene's folder; against that folder,
+    // too, one that begins with "/"; its last component in the folders of searched(), in order; the same once
+    // more without regard to the case of ASCII letters, in the folder of the path first.
     std::optional<std::filesystem::path> find(std::u16string_view name) const;
 
     // The scene's folder; ".fbm" of the scene, "textures", "Textures" and "maps" beside it; the asset
@@ -34,6 +34,7 @@ class TextureFiles {
   private:
     using Listing = std::map<std::string, std::string>;  // by name in small letters, the name (UTF-8)
 
+    std::vector<std::filesystem::path> pathsOf(std::u16string_view name) const;
     std::optional<std::filesystem::path> findExactly(std::u16string_view name) const;
     std::optional<std::filesystem::path> findLoosely(std::u16string_view name) const;
     const Listing& listing(const std::filesystem::path& folder) const;

@@ -63,6 +63,18 @@ TEST_F(TextureFilesTest, TheLastComponentIsLookedForInTheFoldersInTheirOrder) {
     EXPECT_EQ(find(u"tex\\wood.png"), "tex/wood.png") << "the path itself comes first";
 }
 
+TEST_F(TextureFilesTest, APathThatBeginsWithASeparatorIsAlsoTakenAgainstTheFolderOfTheScene) {
+    put("wood.png");
+    put("tex/wood.png");
+    put("../other/Oak.png");
+    EXPECT_EQ(find(u"\\.\\tex\\wood.png"), "tex/wood.png") << "before the last component";
+    EXPECT_EQ(find(u"/tex/wood.png"), "tex/wood.png");
+    EXPECT_EQ(find(u"\\..\\other\\OAK.PNG"), kIsWindows ? "../other/OAK.PNG" : "../other/Oak.png");
+    const fs::path absolute = folder_.path() / "other" / "Oak.png";
+    put(utf8Path(absolute.relative_path()));
+    EXPECT_EQ(find(toUtf16Lossy(utf8Path(absolute))), "../other/Oak.png") << "the path as it stands";
+}
+
 TEST_F(TextureFilesTest, LastTheCaseOfLettersDoesNotCount) {
     put("textures/Cwall02.jpg");
     put("tex/Oak.PNG");
