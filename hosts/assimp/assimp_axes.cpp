@@ -79,9 +79,10 @@ SpaceRule colladaRule(const aiScene& scene) {
     return {yUpToZUp() * root, false, true};  // X_UP
 }
 
+// Some readers turn Z-up to Y-up with the root. One that does more than that is a node of the file.
 SpaceRule otherRule(const aiScene& scene) {
-    if (isNear(unscaled(scene.mRootNode->mTransformation), zUpToYUp())) return {{}, false, true};
-    return yUpRule();
+    const bool isOfLibrary = scene.mRootNode->mTransformation.Equal(aiMatrix4x4(zUpToYUp()), 1e-5F);
+    return isOfLibrary ? SpaceRule{{}, false, true} : yUpRule();
 }
 
 // Snaps the noise of a 90-degree rotation in one axis row.
@@ -138,6 +139,7 @@ SpaceRule spaceRuleOf(const aiScene& scene, const SourceFile& file, std::optiona
         case FileFormat::fbx:
             return fbxRule(scene);
         case FileFormat::gltf:
+        case FileFormat::yUp:
             return yUpRule();
         case FileFormat::collada:
             return colladaRule(scene);

@@ -18,7 +18,7 @@ constexpr std::pair<std::string_view, FileFormat> kFormats[] = {
     {"ply", FileFormat::upright},     {"off", FileFormat::upright},         {"blend", FileFormat::upright},
     {"amf", FileFormat::upright},     {"3mf", FileFormat::upright},         {"dxf", FileFormat::rotatedRoot},
     {"md2", FileFormat::rotatedRoot}, {"md5mesh", FileFormat::rotatedRoot}, {"mdc", FileFormat::rotatedRoot},
-    {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},
+    {"iqm", FileFormat::rotatedRoot}, {"ifc", FileFormat::rotatedRoot},     {"x", FileFormat::yUp},
 };
 
 }  // namespace

@@ -27,6 +27,7 @@ enum class FileFormat {
     threeDs,
     upright,      // Z-up as it stands: STL, PLY, OFF, Blender's, AMF, 3MF
     rotatedRoot,  // the root's matrix turns Z-up to Y-up: DXF, Quake models, IFC, ...
+    yUp,          // Y-up, and the root's matrix is the file's own: X
     other,        // brought to Y-up by the library
 };
 

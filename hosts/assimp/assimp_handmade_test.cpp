@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
+#include <tuple>
 #include <vector>
 
 #include "base/text.h"
@@ -503,6 +504,22 @@ TEST_F(AssimpFiles, WhatTheLibraryDoesNotReadOfAnObjFileIsTold) {
     EXPECT_EQ(read.meshOf(read.node(u"B")).faces.size(), 2U) << "one of them is A's";
     EXPECT_TRUE(read.isNoted(file, "1 object (\"A\") of which the file has several pieces"));
     EXPECT_TRUE(read.isNoted(file, "smoothing groups are left out"));
+}
+
+constexpr const char* kXTriangle = "Mesh { 3; 0.0;0.0;0.0;, 1.0;0.0;0.0;, 0.0;1.0;0.0;; 1; 3;0,1,2;; }";
+
+TEST_F(AssimpFiles, ATurnedTopFrameOfXKeepsItsMatrix) {
+    // Turned as the roots that the library makes for other formats: once with more than that, once exactly.
+    for (const auto& [scale, up, x] : {std::tuple("2.0", "-2.0", 10.F), std::tuple("1.0", "-1.0", 0.F)}) {
+        const ReadScene read = this->read("a.x", "xof 0303txt 0032\nFrame Root { FrameTransformMatrix { " +
+                                                     std::string(scale) + ",0.0,0.0,0.0, 0.0,0.0," + scale +
+                                                     ",0.0, 0.0," + up + ",0.0,0.0, " + std::to_string(x) +
+                                                     ",0.0,0.0,1.0;; } Frame Box { " + kXTriangle + " } }\n");
+        const float factor = x > 0 ? 2.F : 1.F;
+        expectAt(read.node(u"Root"), x, 0, 0, 1e-5F);
+        expectRow(read.node(u"Box").worldTransform[0], factor, 0, 0, 1e-5F);
+        EXPECT_NEAR(std::abs(read.node(u"Box").worldTransform[1][2]), factor, 1e-5F);
+    }
 }
 
 // A COLLADA scene of one node with a camera.
