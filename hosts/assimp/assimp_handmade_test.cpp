@@ -205,6 +205,27 @@ TEST_F(AssimpFiles, FbxLightsOfOneNameStayApart) {
     expectRow(read.node(u"L", 0).worldTransform[1], 0, 0, -1, 1e-6F);
 }
 
+TEST_F(AssimpFiles, AnEmptyOfFbxTakesNoLightOrCameraOfItsName) {
+    const auto attribute = [](int id, const std::string& kind) {
+        return "\tNodeAttribute: " + std::to_string(id) + ", \"NodeAttribute::\", \"" + kind +
+               "\" {\n\t\tProperties70:  {\n\t\t}\n\t\tTypeFlags: \"" + kind + "\"\n\t}\n";
+    };
+    const ReadScene read = this->read(
+        "a.fbx", fbx(attribute(300, "Null") + attribute(301, "Light") + attribute(302, "Camera") +
+                         fbxModel(100, "L", "Null", fbxVector("Lcl Translation", "1,2,3")) +
+                         fbxModel(101, "L", "Light", fbxVector("Lcl Translation", "10,20,30")) +
+                         fbxModel(102, "C", "Null", "") +
+                         fbxModel(103, "C", "Camera", fbxVector("Lcl Translation", "7,8,9")),
+                     "\tC: \"OO\",100,0\n\tC: \"OO\",101,0\n\tC: \"OO\",102,0\n\tC: \"OO\",103,0\n"
+                     "\tC: \"OO\",300,100\n\tC: \"OO\",301,101\n\tC: \"OO\",300,102\n\tC: \"OO\",302,103\n"));
+    ASSERT_EQ(read.scene.nodes.size(), 4U);
+    EXPECT_EQ(read.scene.nodes[0].object->type, IGameObject::IGAME_HELPER);
+    EXPECT_EQ(read.scene.nodes[1].object->type, IGameObject::IGAME_LIGHT);
+    EXPECT_EQ(read.scene.nodes[2].object->type, IGameObject::IGAME_HELPER);
+    EXPECT_EQ(read.scene.nodes[3].object->type, IGameObject::IGAME_CAMERA);
+    expectAt(read.scene.nodes[1], 10, 20, 30, 1e-6F);
+}
+
 TEST_F(AssimpFiles, GltfVisibilityHidesANode) {
     const ReadScene read = this->read(
         "a.gltf",

@@ -31,19 +31,28 @@ ByName<Device> byName(std::span<Device* const> devices) {
     return lists;
 }
 
-// Gives the k-th device of a name to the k-th node of that name that may have one; what stays is told.
+// An empty of FBX, which has no light or camera of its own.
+bool isEmpty(const aiNode& node, FileFormat format) {
+    return format == FileFormat::fbx && metadataValue<bool>(node.mMetaData, "IsNull") == true;
+}
+
+// Gives the k-th device of a name to the k-th node of that name that may have one, empties coming last; what
+// stays is told.
 template <typename Device>
 Matches<Device> matchByName(std::span<Device* const> devices, std::span<const aiNode* const> postOrder,
-                            SceneLoss loss, SceneLosses& losses) {
+                            FileFormat format, SceneLoss loss, SceneLosses& losses) {
     Matches<Device> matches;
     auto waiting = byName(devices);
     if (waiting.empty()) return matches;
-    for (const aiNode* node : postOrder) {
-        if (node->mNumMeshes != 0) continue;
-        const auto found = waiting.find(textOf(node->mName));
-        if (found == waiting.end() || found->second.empty()) continue;
-        matches.emplace(node, found->second.back());
-        found->second.pop_back();
+    for (const bool takesEmpties : {false, true}) {
+        for (const aiNode* node : postOrder) {
+            if (node->mNumMeshes != 0) continue;
+            const auto found = waiting.find(textOf(node->mName));
+            if (found == waiting.end() || found->second.empty()) continue;
+            if (isEmpty(*node, format) != takesEmpties) continue;
+            matches.emplace(node, found->second.back());
+            found->second.pop_back();
+        }
     }
     for (const auto& [name, list] : waiting) {
         for (const Device* device : list)
@@ -109,9 +118,9 @@ NodeDevices matchDevices(const aiScene& scene, std::span<const aiNode* const> po
                                              scene.mCameras == nullptr ? 0 : scene.mNumCameras);
     std::optional<Matches<aiLight>> exact;
     if (file.format == FileFormat::gltf) exact = matchGltfLights(lights, postOrder, losses);
-    devices.lights =
-        exact ? *std::move(exact) : matchByName(lights, postOrder, SceneLoss::lightWithoutNode, losses);
-    devices.cameras = matchByName(cameras, postOrder, SceneLoss::cameraWithoutNode, losses);
+    devices.lights = exact ? *std::move(exact)
+                           : matchByName(lights, postOrder, file.format, SceneLoss::lightWithoutNode, losses);
+    devices.cameras = matchByName(cameras, postOrder, file.format, SceneLoss::cameraWithoutNode, losses);
     return devices;
 }
 

@@ -25,8 +25,8 @@ struct NodeDevices {
 };
 
 // Finds them. The library ties a light to its node by name only; lights of one name are in the order in which
-// their nodes are left (`postOrder`: every child before its parent). Nodes with meshes take neither. What
-// finds no node is a loss.
+// their nodes are left (`postOrder`: every child before its parent). Nodes with meshes take neither, and
+// empties of FBX only what no other node takes. What finds no node is a loss.
 NodeDevices matchDevices(const aiScene& scene, std::span<const aiNode* const> postOrder,
                          const SourceFile& file, SceneLosses& losses);
 
