@@ -556,6 +556,47 @@ std::string colladaCamera(const char* upAxis, const char* matrix) {
 <scene><instance_visual_scene url="#S"/></scene></COLLADA>)";
 }
 
+// A COLLADA scene of a red material and the nodes that `nodes` says, which may use the mesh "#g".
+std::string colladaMesh(const char* material, const char* nodes) {
+    return std::string(R"(<?xml version="1.0" encoding="utf-8"?>
+<COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1"><asset><up_axis>Z_UP</up_axis></asset>
+<library_effects><effect id="e"><profile_COMMON><technique sid="c"><phong><diffuse><color>1 0 0 1</color></diffuse></phong>
+</technique></profile_COMMON></effect></library_effects><library_materials>)") +
+           material + R"(</library_materials><library_geometries><geometry id="g"><mesh><source id="p">
+<float_array id="pa" count="9">0 0 0 1 0 0 0 1 0</float_array><technique_common><accessor source="#pa" count="3" stride="3">
+<param name="X" type="float"/><param name="Y" type="float"/><param name="Z" type="float"/></accessor></technique_common>
+</source><vertices id="v"><input semantic="POSITION" source="#p"/></vertices><triangles count="1" material="mm">
+<input semantic="VERTEX" source="#v" offset="0"/><p>0 1 2</p></triangles></mesh></geometry></library_geometries>
+<library_visual_scenes><visual_scene id="s">)" +
+           nodes +
+           R"(</visual_scene></library_visual_scenes><scene><instance_visual_scene url="#s"/></scene></COLLADA>)";
+}
+
+TEST_F(AssimpFiles, AMaterialMayBeCalledAsTheLibraryCallsItsOwn) {
+    const ReadScene collada = this->read(
+        "a.dae",
+        colladaMesh(R"(<material id="m" name="DefaultMaterial"><instance_effect url="#e"/></material>)",
+                    R"(<node id="A" name="A"><instance_geometry url="#g"><bind_material><technique_common>
+<instance_material symbol="mm" target="#m"/></technique_common></bind_material></instance_geometry></node>)"));
+    EXPECT_EQ(collada.materialOf(collada.node(u"A")).name, u"DefaultMaterial");
+    EXPECT_EQ(collada.materialOf(collada.node(u"A")).diffuse, (host::Point3{1, 0, 0}));
+    const ReadScene nff = this->read("a.nff", "f 1 0 0 1 0 0 0 1\np 3\n0 0 0\n1 0 0\n0 1 0\n");
+    ASSERT_EQ(nff.scene.materials.size(), 1U);
+    EXPECT_EQ(nff.scene.materials[0].diffuse, (host::Point3{1, 0, 0}));
+}
+
+TEST_F(AssimpFiles, WhatTheLibraryPutsForNoMaterialIsNone) {
+    const ReadScene collada =
+        this->read("a.dae", colladaMesh("", R"(<node id="A" name="A"><instance_geometry url="#g"/></node>)"));
+    EXPECT_TRUE(collada.scene.materials.empty());
+    const ReadScene nff = this->read("a.nff", "p 3\n0 0 0\n1 0 0\n0 1 0\n");
+    EXPECT_TRUE(nff.scene.materials.empty());
+    const ReadScene stl = this->read("a.stl",
+                                     "solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n"
+                                     "vertex 0 1 0\nendloop\nendfacet\nendsolid a\n");
+    EXPECT_TRUE(stl.scene.materials.empty());
+}
+
 TEST_F(AssimpFiles, ColladaCamerasThatLookAlongHostYAreUpright) {
     // Z-up: turned by 90 degrees about X. Y-up: not turned at all.
     for (const std::string& text : {colladaCamera("Z_UP", "1 0 0 1 0 0 -1 2 0 1 0 3 0 0 0 1"),

@@ -17,14 +17,30 @@ std::string nameOf(const aiMaterial& material) {
     return MaterialValues(material).text("?mat.name").value_or(std::string());
 }
 
+// The library names textures of its own "$texture_dummy.bmp".
+bool hasTextureOfFile(const MaterialValues& values) {
+    const auto texture = values.texture(aiTextureType_DIFFUSE);
+    return texture && !texture->starts_with('$');
+}
+
+// Whether a material with the library's own name has nothing but the library's own grey: as its only colour,
+// or as its light where the surroundings give it.
+bool isUntouchedDefault(const MaterialValues& values) {
+    constexpr Colour kGrey{0.6F, 0.6F, 0.6F, 1};
+    constexpr Colour kDark{0.05F, 0.05F, 0.05F, 1};
+    if (values.text("?mat.name") != "DefaultMaterial" || hasTextureOfFile(values)) return false;
+    return values.colour("$clr.diffuse").value_or(kGrey) == kGrey || values.colour("$clr.ambient") == kDark;
+}
+
 // Whether the library has made the material up for meshes without one.
 bool isPlaceholder(const aiScene& scene, unsigned index, FileFormat format) {
     const aiMaterial* material = scene.mMaterials[index];
     if (material == nullptr) return true;
+    const MaterialValues values(*material);
     const std::string text = nameOf(*material);
     switch (format) {
         case FileFormat::fbx:
-            return text == "DefaultMaterial" && !MaterialValues(*material).hasKeyThatBegins("$raw.");
+            return text == "DefaultMaterial" && !values.hasKeyThatBegins("$raw.");
         case FileFormat::gltf:
             return text.empty() && index + 1 == scene.mNumMaterials;
         case FileFormat::obj:
@@ -32,9 +48,11 @@ bool isPlaceholder(const aiScene& scene, unsigned index, FileFormat format) {
         case FileFormat::threeDs:
             return text == "%%%DEFAULT";
         case FileFormat::upright:
-            return text == "DefaultMaterial" || text.empty();
+            return text.empty() || isUntouchedDefault(values);
+        case FileFormat::collada:  // the file's own state their shading
+            return isUntouchedDefault(values) && !values.has("$mat.shadingm");
         default:
-            return text == "DefaultMaterial";
+            return isUntouchedDefault(values);
     }
 }
 
