@@ -612,6 +612,15 @@ TEST_F(AssimpFiles, ColladaCamerasThatLookAlongHostYAreUpright) {
     }
 }
 
+TEST_F(AssimpFiles, AColladaNodeWithoutANameIsCalledByItsId) {
+    const ReadScene read =
+        this->read("a.dae", colladaMesh("", R"(<node id="Chair"><instance_geometry url="#g"/></node>
+<node id="T" name="Table"><instance_geometry url="#g"/></node>)"));
+    ASSERT_EQ(read.scene.nodes.size(), 2U);
+    EXPECT_EQ(read.scene.nodes[0].name, u"Chair");
+    EXPECT_EQ(read.scene.nodes[1].name, u"Table");
+}
+
 TEST_F(AssimpFiles, ColladaMayHaveXUp) {
     const ReadScene read = this->read("a.dae", colladaCamera("X_UP", "1 0 0 5 0 1 0 0 0 0 1 0 0 0 0 1"));
     expectRow(read.node(u"C [a: 1]").worldTransform[3], 0, 0, 5, 1e-5F);

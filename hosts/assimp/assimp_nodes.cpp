@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "hosts/assimp/assimp_metadata.h"
 #include "hosts/assimp/assimp_text.h"
 #include "hosts/snapshot/scene_error.h"
 
@@ -52,6 +53,13 @@ ColumnMatrix matrixOf(const aiMatrix4x4& m) {
 
 bool isFinite(const aiMatrix4x4& m) {
     return std::all_of(&m.a1, &m.a1 + 16, [](float entry) { return std::isfinite(entry); });
+}
+
+// The name that the file has for the node. COLLADA's nodes may have an ID alone, which the library replaces.
+aiString fileName(const aiNode& node, FileFormat format) {
+    if (format != FileFormat::collada || !textOf(node.mName).starts_with("$ColladaAutoName$_"))
+        return node.mName;
+    return metadataValue<aiString>(node.mMetaData, "Collada_id").value_or(node.mName);
 }
 
 struct Visit {
@@ -103,7 +111,7 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
 }
 
 std::u16string nodeName(const FileNode& node, const SourceFile& file) {
-    const aiString& name = node.node->mName;
+    const aiString name = fileName(*node.node, file.format);
     const bool standsForFile = node.node->mParent == nullptr || file.format == FileFormat::upright;
     if (standsForFile && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
     if (!file.isAsciiFbx) return hostName(name);
