@@ -543,6 +543,21 @@ TEST_F(AssimpFiles, ATurnedTopFrameOfXKeepsItsMatrix) {
     }
 }
 
+TEST_F(AssimpFiles, RootsThatTheLibraryAddsAreNoNodes) {
+    const ReadScene x = this->read("a.x", std::string("xof 0303txt 0032\nFrame A { ") + kXTriangle +
+                                              " }\nFrame B { " + kXTriangle + " }\n");
+    ASSERT_EQ(x.scene.nodes.size(), 2U);
+    EXPECT_EQ(x.scene.roots.size(), 2U);
+    EXPECT_EQ(x.scene.nodes[0].name, u"A");
+    const ReadScene x3d =
+        this->read("a.x3d", R"(<?xml version="1.0" encoding="UTF-8"?><X3D version="3.0"><Scene>
+<Group DEF="G"><Shape DEF="S"><IndexedFaceSet coordIndex="0 1 2 -1"><Coordinate point="0 0 0 1 0 0 0 1 0"/>
+</IndexedFaceSet></Shape></Group></Scene></X3D>)");
+    for (const SnapshotNode& node : x3d.scene.nodes)
+        EXPECT_EQ(toUtf8(node.name).find("a.x3d"), std::string::npos) << toUtf8(node.name);
+    EXPECT_EQ(x3d.triangles(), 1U);
+}
+
 // A COLLADA scene of one node with a camera.
 std::string colladaCamera(const char* upAxis, const char* matrix) {
     return std::string(R"(<?xml version="1.0" encoding="utf-8"?>

@@ -19,14 +19,15 @@ bool hasContent(const aiNode& node, const NodeDevices& devices) {
     return node.mNumMeshes != 0 || devices.lights.contains(&node) || devices.cameras.contains(&node);
 }
 
-// Names that the library gives to roots: none, or one in angle brackets.
-bool isInventedRootName(std::string_view name) {
-    return name.empty() || (name.starts_with('<') && name.ends_with('>'));
+// Names that the library gives to roots: none, one in angle brackets, that of X, or (X3D) the file's path.
+bool isInventedRootName(std::string_view name, const SourceFile& file) {
+    return name.empty() || (name.starts_with('<') && name.ends_with('>')) || name == "$dummy_root" ||
+           name == utf8Path(file.path);
 }
 
-bool isRootOfFileOnly(const aiNode& root, FileFormat format) {
+bool isRootOfFileOnly(const aiNode& root, const SourceFile& file) {
     const std::string_view name = textOf(root.mName);
-    switch (format) {
+    switch (file.format) {
         case FileFormat::fbx:
         case FileFormat::collada:
         case FileFormat::obj:
@@ -35,16 +36,16 @@ bool isRootOfFileOnly(const aiNode& root, FileFormat format) {
         case FileFormat::gltf:
             return name == "ROOT";
         default:
-            return isInventedRootName(name);
+            return isInventedRootName(name, file);
     }
 }
 
-bool isLeftOut(const aiNode& node, FileFormat format, const NodeDevices& devices) {
-    if (format == FileFormat::fbx && textOf(node.mName).find("_$AssimpFbx$_") != std::string_view::npos)
+bool isLeftOut(const aiNode& node, const SourceFile& file, const NodeDevices& devices) {
+    if (file.format == FileFormat::fbx && textOf(node.mName).find("_$AssimpFbx$_") != std::string_view::npos)
         return true;
     if (hasContent(node, devices)) return false;
-    if (node.mParent == nullptr) return isRootOfFileOnly(node, format);
-    return format == FileFormat::obj;  // an "o" that a "g" follows
+    if (node.mParent == nullptr) return isRootOfFileOnly(node, file);
+    return file.format == FileFormat::obj;  // an "o" that a "g" follows
 }
 
 ColumnMatrix matrixOf(const aiMatrix4x4& m) {
@@ -100,7 +101,7 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
         const ColumnMatrix nodeToFile = isMatrixDropped || isBad
                                             ? visit.parentToFile
                                             : visit.parentToFile * matrixOf(node.mTransformation);
-        if (!isLeftOut(node, file.format, devices)) {
+        if (!isLeftOut(node, file, devices)) {
             nodes.push_back({&node, visit.parent, nodeToFile, isBad});
             visit.parent = static_cast<std::uint32_t>(nodes.size() - 1);
         }
@@ -113,7 +114,7 @@ std::vector<FileNode> sceneNodes(const aiScene& scene, const SourceFile& file, c
 std::u16string nodeName(const FileNode& node, const SourceFile& file) {
     const aiString name = fileName(*node.node, file.format);
     const bool standsForFile = node.node->mParent == nullptr || file.format == FileFormat::upright;
-    if (standsForFile && isInventedRootName(textOf(name))) return toUtf16Lossy(file.stem);
+    if (standsForFile && isInventedRootName(textOf(name), file)) return toUtf16Lossy(file.stem);
     if (!file.isAsciiFbx) return hostName(name);
     return hostName(aiString(decodeFbxEntities(textOf(name))));
 }
