@@ -99,6 +99,12 @@ TEST_F(AssimpFiles, FbxUserPropertiesOfMaxAreTheLinesThatAreIntegers) {
             "\t\t\tP: \"Show\", \"bool\", \"\", \"\",0\n"
             "\t\t\tP: \"Mine\", \"int\", \"Integer\", \"U\",17\n"
             "\t\t\tP: \"MaxHandle\", \"int\", \"Integer\", \"U\",5\n"
+            "\t\t\tP: \"mr displacement max displace\", \"Number\", \"\", \"AU\",20\n"
+            "\t\t\tP: \"AxisLen\", \"double\", \"Number\", \"\",10\n"
+            "\t\t\tP: \"MinDampRangeX\", \"double\", \"Number\", \"\",0\n"
+            "\t\t\tP: \"MaxDampStrengthZ\", \"double\", \"Number\", \"\",0\n"
+            "\t\t\tP: \"RotationStiffnessY\", \"double\", \"Number\", \"\",0\n"
+            "\t\t\tP: \"PreferedAngleY\", \"double\", \"Number\", \"\",0\n"
             "\t\t\tP: \"Lcl Translation\", \"Lcl Translation\", \"\", \"A\",1,2,3\n"
             "\t\t}\n\t}\n"
             "\tModel: 101, \"Model::Bone\", \"LimbNode\" {\n\t\tVersion: 232\n\t}\n",

@@ -20,6 +20,7 @@ constexpr std::string_view kFbxOwn[] = {
     "AspectRatioMode",
     "AspectW",
     "AspectWidth",
+    "AxisLen",
     "BackgroundMode",
     "BBoxMax",
     "BBoxMin",
@@ -33,9 +34,24 @@ constexpr std::string_view kFbxOwn[] = {
     "IsNull",
     "LODBox",
     "LookAtProperty",
+    "MaxDampRangeX",
+    "MaxDampRangeY",
+    "MaxDampRangeZ",
+    "MaxDampStrengthX",
+    "MaxDampStrengthY",
+    "MaxDampStrengthZ",
     "MaxHandle",
     "MaxXform",
+    "MinDampRangeX",
+    "MinDampRangeY",
+    "MinDampRangeZ",
+    "MinDampStrengthX",
+    "MinDampStrengthY",
+    "MinDampStrengthZ",
     "NegativePercentShapeSupport",
+    "PreferedAngleX",
+    "PreferedAngleY",
+    "PreferedAngleZ",
     "PrimaryVisibility",
     "QuaternionInterpolate",
     "RenderingMode",
@@ -49,6 +65,9 @@ constexpr std::string_view kFbxOwn[] = {
     "RotationMinZ",
     "RotationOrder",
     "RotationSpaceForLimitOnly",
+    "RotationStiffnessX",
+    "RotationStiffnessY",
+    "RotationStiffnessZ",
     "ScalingActive",
     "ScalingMax",
     "ScalingMin",
@@ -74,7 +93,6 @@ constexpr std::string_view kFbxOwn[] = {
     "currentUVSet",
     "filmboxTypeID",
     "lockInfluenceWeights",
-    "mr displacement edge length",
     "notes",
 };
 
@@ -154,7 +172,7 @@ void readFbxPropertyText(const aiMetadata& metadata, bool isAscii, NodeMetadata&
 bool isOfTheWriter(FileFormat format, std::string_view key) {
     switch (format) {
         case FileFormat::fbx:
-            return std::ranges::find(kFbxOwn, key) != std::end(kFbxOwn);
+            return key.starts_with("mr displacement") || std::ranges::find(kFbxOwn, key) != std::end(kFbxOwn);
         case FileFormat::gltf:
             return key == "extensions";
         case FileFormat::collada:
