@@ -186,6 +186,21 @@ TEST_F(AssimpFiles, UvSetsOfMaxFbxGoToTheChannelsOfTheirNames) {
     EXPECT_EQ(mesh.maps.at(1).vertices.at(0), (host::Point3{1, 0, 0}));
 }
 
+TEST_F(AssimpFiles, PivotsOfALongNameAreNoNodes) {
+    const std::string name(1012, 'N');
+    const ReadScene read = this->read(
+        "a.fbx",
+        fbx(fbxTriangle(200) +
+                fbxModel(100, name, "Mesh",
+                         fbxVector("PreRotation", "0,0,90") + fbxVector("Lcl Translation", "1,2,3")) +
+                fbxModel(101, "", "LimbNode", ""),
+            "\tC: \"OO\",100,0\n\tC: \"OO\",200,100\n\tC: \"OO\",101,100\n"));
+    ASSERT_EQ(read.scene.nodes.size(), 2U);
+    expectAt(read.node(toUtf16Lossy(name)), 1, 2, 3, 1e-6F);
+    EXPECT_EQ(read.scene.roots, (std::vector<SnapshotRef>{0}));
+    EXPECT_EQ(read.scene.nodes[1].name, u"") << "a node of the file that has no name";
+}
+
 TEST_F(AssimpFiles, FbxLightsOfOneNameStayApart) {
     const auto light = [](int id, int type, const char* intensity) {
         return "\tNodeAttribute: " + std::to_string(id) +

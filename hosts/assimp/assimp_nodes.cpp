@@ -40,9 +40,16 @@ bool isRootOfFileOnly(const aiNode& root, const SourceFile& file) {
     }
 }
 
+// One of the nodes into which the library splits the transform of an FBX node. Where their names would be too
+// long they have none; nodes of the file have metadata at least.
+bool isPivot(const aiNode& node) {
+    const std::string_view name = textOf(node.mName);
+    if (name.empty()) return node.mMetaData == nullptr && node.mParent != nullptr && node.mNumMeshes == 0;
+    return name.find("_$AssimpFbx$_") != std::string_view::npos;
+}
+
 bool isLeftOut(const aiNode& node, const SourceFile& file, const NodeDevices& devices) {
-    if (file.format == FileFormat::fbx && textOf(node.mName).find("_$AssimpFbx$_") != std::string_view::npos)
-        return true;
+    if (file.format == FileFormat::fbx && isPivot(node)) return true;
     if (hasContent(node, devices)) return false;
     if (node.mParent == nullptr) return isRootOfFileOnly(node, file);
     return file.format == FileFormat::obj;  // an "o" that a "g" follows
