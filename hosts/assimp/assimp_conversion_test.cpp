@@ -29,13 +29,18 @@ class AssimpConversion : public testing::Test {
         node().mNumMeshes = 1;
         node().mMeshes = new unsigned[1]{0};
         scene_.mNumMeshes = 1;
-        scene_.mMeshes = new aiMesh* [1] { new aiMesh };
-        mesh().mNumVertices = 3;
-        mesh().mVertices = new aiVector3D[3]{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
-        mesh().mNumFaces = 1;
-        mesh().mFaces = new aiFace[1];
-        mesh().mFaces[0].mNumIndices = 3;
-        mesh().mFaces[0].mIndices = new unsigned[3]{0, 1, 2};
+        scene_.mMeshes = new aiMesh* [1] { triangle() };
+    }
+
+    static aiMesh* triangle() {
+        auto mesh = std::make_unique<aiMesh>();
+        mesh->mNumVertices = 3;
+        mesh->mVertices = new aiVector3D[3]{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+        mesh->mNumFaces = 1;
+        mesh->mFaces = new aiFace[1];
+        mesh->mFaces[0].mNumIndices = 3;
+        mesh->mFaces[0].mIndices = new unsigned[3]{0, 1, 2};
+        return mesh.release();
     }
 
     aiNode& node() { return *scene_.mRootNode->mChildren[0]; }
@@ -97,6 +102,27 @@ TEST_F(AssimpConversion, IndicesOutOfRangeAreLeftOut) {
     mesh().mFaces[0].mIndices[2] = 3;
     EXPECT_FALSE(convert().object->mesh);
     EXPECT_TRUE(isNoted("triangles with vertices that do not exist"));
+}
+
+TEST_F(AssimpConversion, MaterialsBeyondTheLastIdShareItAndAreTold) {
+    constexpr unsigned kCount = 65538;
+    delete[] node().mMeshes;
+    node().mNumMeshes = kCount;
+    node().mMeshes = new unsigned[kCount];
+    auto** const meshes = new aiMesh*[kCount];
+    for (unsigned i = 0; i < kCount; ++i) {
+        node().mMeshes[i] = i;
+        meshes[i] = i == 0 ? &mesh() : triangle();
+        meshes[i]->mMaterialIndex = i;
+    }
+    delete[] scene_.mMeshes;
+    scene_.mMeshes = meshes;
+    scene_.mNumMeshes = kCount;
+    const SnapshotNode& node = convert();
+    EXPECT_EQ(read_.meshOf(node).materialIds[1], 1);
+    EXPECT_EQ(read_.meshOf(node).materialIds.at(kCount - 1), 65535);
+    EXPECT_EQ(read_.materialOf(node).subMaterials.size(), 65536U);
+    EXPECT_TRUE(isNoted("1 mesh (\"N\") has 2 materials beyond the 65536"));
 }
 
 TEST_F(AssimpConversion, MeshesThatAreOnlyCountedAreMissing) {

@@ -27,6 +27,7 @@ struct Dropped {
     std::uint64_t notFinite = 0;    // a coordinate that is infinite or no number
     std::uint64_t outOfRange = 0;   // a vertex that does not exist
     std::uint64_t linesPoints = 0;  // faces of one or two corners
+    std::uint64_t materials = 0;    // more than there are IDs for
     bool hasColours = false;
     bool hasMorphTargets = false;
     bool hasBones = false;
@@ -119,6 +120,7 @@ void addLosses(const Dropped& dropped, bool hasTriangles, const std::string& nod
         {SceneLoss::degenerateTriangles, dropped.degenerate},
         {SceneLoss::infiniteTriangles, dropped.notFinite},
         {SceneLoss::badTriangles, dropped.outOfRange},
+        {SceneLoss::manyMaterials, dropped.materials},
     };
     for (const auto& [loss, amount] : amounts) {
         if (amount != 0) losses.add(loss, node, amount);
@@ -367,10 +369,7 @@ class Converter {
             Part part = trianglesOf(mesh, dropped);
             progress_.advance(mesh.mNumFaces);
             if (part.faces.empty()) continue;
-            const unsigned material = part.mesh->mMaterialIndex;
-            const auto [id, isNew] = ids.try_emplace(material, static_cast<std::uint16_t>(ids.size()));
-            if (isNew) list.materials.push_back(material);
-            part.materialId = id->second;
+            part.materialId = materialId(mesh.mMaterialIndex, ids, list, dropped);
             parts.push_back(std::move(part));
         }
         addLosses(dropped, !parts.empty(), node, losses_);
@@ -384,6 +383,21 @@ class Converter {
         }
         for (const unsigned index : *meshes)
             release(index);
+    }
+
+    // The ID of a material, in order of first use; materials beyond the last ID share it.
+    static std::uint16_t materialId(unsigned material, std::map<unsigned, std::uint16_t>& ids, MeshList& list,
+                                    Dropped& dropped) {
+        constexpr std::size_t kLastId = 0xFFFF;
+        const auto [id, isNew] =
+            ids.try_emplace(material, static_cast<std::uint16_t>(std::min(ids.size(), kLastId)));
+        if (!isNew) return id->second;
+        if (list.materials.size() > kLastId) {
+            ++dropped.materials;
+        } else {
+            list.materials.push_back(material);
+        }
+        return id->second;
     }
 
     void release(unsigned index) {

@@ -34,6 +34,10 @@ LossText textOf(SceneLoss loss) {
         case SceneLoss::turnedFaces:
             return {"mesh", "meshes", false,
                     "faces that oppose their normals in the file, on a node that mirrors; they were turned"};
+        case SceneLoss::manyMaterials:
+            return {
+                "mesh", "meshes", true,
+                "materials beyond the 65536 that a mesh can have; their triangles take the last of those"};
         case SceneLoss::noTriangles:
             return {"node", "nodes", false, "a mesh without triangles, and is kept as a helper"};
         case SceneLoss::otherProperties:

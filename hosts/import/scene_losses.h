@@ -23,6 +23,7 @@ enum class SceneLoss {
     badTriangles,
     infiniteMapVertices,
     turnedFaces,
+    manyMaterials,
     // of nodes
     noTriangles,
     otherProperties,
