@@ -43,14 +43,15 @@ std::uint64_t faceCount(const aiMesh* mesh) {
         std::count_if(mesh->mFaces, mesh->mFaces + mesh->mNumFaces, hasCorners));
 }
 
-// The library reads files that are cut off up to where they end, leaves the other faces empty, and says
-// nothing.
+// The library reads files that are cut off up to where they end, leaves the other faces empty or has the last
+// one in their place, and says nothing.
 void requirePromisedFaces(const aiScene& scene, const SourceFile& file, ImportNotes& notes) {
     const std::uint64_t promised = file.promisedFaces.value_or(0);
     if (promised == 0) return;
     std::uint64_t faces = 0;
     for (unsigned i = 0; scene.mMeshes != nullptr && i < scene.mNumMeshes; ++i)
         faces += faceCount(scene.mMeshes[i]);
+    faces = std::min(faces, file.heldFaces.value_or(faces));
     if (faces >= promised) return;
     const std::string text = "the file is damaged or cut off: it promises " + std::to_string(promised) +
                              " faces, and " + std::to_string(faces) + " could be read";

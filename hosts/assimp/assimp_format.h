@@ -40,6 +40,7 @@ struct SourceFile {
     std::string generator;  // the program that wrote the file, as it calls itself; empty: not told
     bool isAsciiFbx = false;
     std::optional<std::uint64_t> promisedFaces;  // by the header of a PLY or OFF file
+    std::optional<std::uint64_t> heldFaces;      // in an ASCII PLY file; the library repeats the last instead
 };
 
 // An importer of all formats but ASE, whatever the ending of a file: of that format the library loses too

@@ -744,6 +744,28 @@ TEST_F(AssimpFiles, WhatCannotBeReadIsRefusedInOneLineWithTheFilesName) {
     }
 }
 
+// An ASCII PLY file of three vertices, with the given lines in its header and the given faces.
+std::string ply(const std::string& faceElement, const std::string& faces, const std::string& remark = "") {
+    return "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n" +
+           faceElement + "property list uchar int vertex_indices\n" + remark +
+           "end_header\n0 0 0\n1 0 0\n0 1 0\n" + faces;
+}
+
+TEST_F(AssimpFiles, WordsInRemarksOfPlyPromiseNothing) {
+    const ReadScene read =
+        this->read("a.ply", ply("element face 1\n", "3 0 1 2\n", "comment made of element face 800000\n"));
+    EXPECT_EQ(read.triangles(), 1U);
+    EXPECT_TRUE(read.notes.notes().empty());
+}
+
+TEST_F(AssimpFiles, APlyFileThatIsCutOffBetweenItsFacesIsTold) {
+    const ReadScene read = this->read("a.ply", ply("element face 5\n", "3 0 1 2\n3 2 1 0\n"));
+    EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.ply"), "it promises 5 faces, and 2 could be read"));
+    const ReadScene whole = this->read("b.ply", ply("element face 2\n", "3 0 1 2\n3 0 1 2\n"));
+    EXPECT_EQ(whole.triangles(), 2U);
+    EXPECT_TRUE(whole.notes.notes().empty()) << "equal faces that the file has";
+}
+
 // Throws when the k-th unit of work is done.
 class Interruption final : public Progress {
   public:

@@ -73,6 +73,8 @@ std::optional<std::uint64_t> asCount(std::string_view word) {
 struct PromisedCounts {
     std::optional<std::uint64_t> vertices;
     std::optional<std::uint64_t> faces;
+    bool isText = false;                 // of a PLY file: its body is lines
+    std::uint64_t linesBeforeFaces = 0;  // in that
 };
 
 // OFF: "OFF", the number of vertices, that of faces.
@@ -84,16 +86,44 @@ PromisedCounts offCounts(std::string_view text) {
     return counts;
 }
 
-// PLY: a header with "element vertex N" and "element face N".
+// The next line of `text`, which loses it.
+std::string_view nextLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
+// PLY: a header with lines "element vertex N" and "element face N".
 PromisedCounts plyCounts(std::string_view text) {
     PromisedCounts counts;
-    for (auto word = nextWord(text); !word.empty() && word != "end_header"; word = nextWord(text)) {
+    while (!text.empty()) {
+        std::string_view line = nextLine(text);
+        const std::string_view word = nextWord(line);
+        if (word == "end_header") break;
+        if (word == "format") counts.isText = nextWord(line) == "ascii";
         if (word != "element") continue;
-        const std::string_view what = nextWord(text);
-        if (what == "vertex") counts.vertices = asCount(nextWord(text));
-        if (what == "face") counts.faces = asCount(nextWord(text));
+        const std::string_view what = nextWord(line);
+        const auto count = asCount(nextWord(line));
+        if (what == "vertex") counts.vertices = count;
+        if (what == "face") counts.faces = count;
+        if (!counts.faces) counts.linesBeforeFaces += count.value_or(0);
     }
     return counts;
+}
+
+// The faces that follow the header of an ASCII PLY file, each on a line as all its elements are.
+std::uint64_t plyFacesHeld(const std::filesystem::path& file, const PromisedCounts& counts) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string line;
+    while (std::getline(stream, line) && !line.starts_with("end_header")) {
+    }
+    std::uint64_t lines = 0;
+    while (std::getline(stream, line)) {
+        std::string_view rest = line;
+        if (!nextWord(rest).empty()) ++lines;
+    }
+    const std::uint64_t faces = lines - std::min(lines, counts.linesBeforeFaces);
+    return std::min(faces, *counts.faces);
 }
 
 // Every vertex and every face takes a byte at the very least.
@@ -138,6 +168,7 @@ SourceFile examineSceneFile(const std::filesystem::path& file) {
     const PromisedCounts counts = promisedCounts(file, beginning);
     refuseEmptyPromises(file, counts, source.shown);
     source.promisedFaces = counts.faces;
+    if (counts.isText && counts.faces) source.heldFaces = plyFacesHeld(file, counts);
     source.isAsciiFbx = !beginning.starts_with("Kaydara FBX Binary");
     return source;
 }
