@@ -109,6 +109,11 @@ std::optional<Colour> MaterialValues::colour(std::string_view key) const {
     return Colour{numbers[0], numbers[1], numbers[2], numbers.size() < 4 ? 1.F : numbers[3]};
 }
 
+bool MaterialValues::isNotBlack(std::string_view key) const {
+    const auto found = colour(key);
+    return found && std::any_of(found->begin(), found->begin() + 3, [](float part) { return part > 0; });
+}
+
 std::optional<std::string> MaterialValues::text(std::string_view key) const {
     return textIn(find(key));
 }

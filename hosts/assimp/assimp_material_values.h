@@ -33,6 +33,9 @@ class MaterialValues {
     // Three or four numbers; the alpha of three is 1.
     std::optional<Colour> colour(std::string_view key) const;
 
+    // Whether it is a colour, and one of more than black.
+    bool isNotBlack(std::string_view key) const;
+
     // The bytes of a text as the library holds them; absent where there are none.
     std::optional<std::string> text(std::string_view key) const;
 

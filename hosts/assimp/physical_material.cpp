@@ -33,8 +33,7 @@ bool isOpaqueGltf(const MaterialSource& source) {
 }
 
 void noteEmission(const MaterialSource& source, const PhysicalParameters& parameters) {
-    const Colour emission = source.values.colour("$clr.emissive").value_or(Colour{});
-    if (!parameters.emissionMap && (emission[0] > 0 || emission[1] > 0 || emission[2] > 0))
+    if (!parameters.emissionMap && source.values.isNotBlack("$clr.emissive"))
         source.losses.add(MaterialLoss::emissionColour, source.name);
 }
 

@@ -76,9 +76,9 @@ host::Point3 pointOf(const Colour& colour) {
     return {colour[0], colour[1], colour[2]};
 }
 
-bool hasDiffuseMap(const SnapshotMaterial& material) {
+bool hasMap(const SnapshotMaterial& material, std::int32_t slot) {
     return std::ranges::any_of(material.textureMaps,
-                               [](const SnapshotTextureMap& map) { return map.slot == 1; });
+                               [slot](const SnapshotTextureMap& map) { return map.slot == slot; });
 }
 
 // The exponent of a highlight by the host's rule: 2 to the power of ten times the glossiness.
@@ -123,11 +123,13 @@ void fillStandard(const MaterialSource& source, SnapshotMaterial& material) {
     constexpr float kHostGrey = 150.F / 255.F;
     fillMaps(source, material);
     // A map that stands for the whole colour is shown as it is; without one the host's own grey serves.
-    const float missing = hasDiffuseMap(material) ? 1.F : kHostGrey;
+    const float missing = hasMap(material, 1) ? 1.F : kHostGrey;
     material.diffuse =
         pointOf(source.values.colour("$clr.diffuse").value_or(Colour{missing, missing, missing, 1}));
     material.opacity = opacityOf(source);
     material.glossiness = glossinessOf(source);
+    if (source.values.isNotBlack("$clr.emissive") && !hasMap(material, 5))
+        source.losses.add(MaterialLoss::emissionColour, source.name);
     if (const auto specular = source.values.colour("$clr.specular")) material.specular = pointOf(*specular);
 }
 

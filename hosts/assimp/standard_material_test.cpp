@@ -189,5 +189,18 @@ TEST(MaterialLosses, NamesTheFirstAndCountsAll) {
                           "5 materials (\"A\", \"B\\n\", \"C\", ...) have a clear coat, which is left out"}));
 }
 
+TEST_F(StandardMaterialTest, AnEmissionColourWithoutAMapIsTold) {
+    numbers("$clr.emissive", {0, 0, 0});
+    convert();
+    EXPECT_FALSE(isNoted("room.fbx", "an emission colour"));
+    numbers("$clr.emissive", {1, 0, 0});
+    convert();
+    EXPECT_TRUE(isNoted("room.fbx", "1 material (\"M\") has an emission colour without a map"));
+    notes_ = {};
+    texture(aiTextureType_EMISSIVE, "glow.png");
+    convert();
+    EXPECT_FALSE(isNoted("room.fbx", "an emission colour"));
+}
+
 }  // namespace
 }  // namespace velinor
