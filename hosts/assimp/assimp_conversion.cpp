@@ -59,6 +59,14 @@ void requirePromisedFaces(const aiScene& scene, const SourceFile& file, ImportNo
     notes.add(file.shown, text);
 }
 
+// Those that stand in place of missing faces come last. With polygons among the faces they cannot be told.
+void dropRepeatedFaces(aiScene& scene, const SourceFile& file) {
+    if (!file.heldFaces || scene.mMeshes == nullptr || scene.mNumMeshes != 1) return;
+    aiMesh* mesh = scene.mMeshes[0];
+    if (mesh == nullptr || mesh->mNumFaces != file.promisedFaces) return;
+    mesh->mNumFaces = static_cast<unsigned>(std::min<std::uint64_t>(*file.heldFaces, mesh->mNumFaces));
+}
+
 void refuseNameless(const SceneSnapshot& scene, const SourceFile& file) {
     const auto isSomething = [](const SnapshotNode& node) {
         return !node.name.empty() || (node.object && node.object->type != host::IGameObject::IGAME_HELPER);
@@ -213,6 +221,7 @@ SceneSnapshot snapshotOf(aiScene& scene, const SourceFile& file, const AssimpOpt
                          Progress& progress, ImportNotes& notes) {
     refuseEmpty(scene, file);
     requirePromisedFaces(scene, file, notes);
+    dropRepeatedFaces(scene, file);
     const SpaceRule rule = spaceRuleOf(scene, file, options.upAxis, notes);
     SceneSnapshot snapshot = Assembly(scene, file, rule, options, progress, notes).assemble();
     refuseNameless(snapshot, file);

@@ -761,6 +761,7 @@ TEST_F(AssimpFiles, WordsInRemarksOfPlyPromiseNothing) {
 TEST_F(AssimpFiles, APlyFileThatIsCutOffBetweenItsFacesIsTold) {
     const ReadScene read = this->read("a.ply", ply("element face 5\n", "3 0 1 2\n3 2 1 0\n"));
     EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.ply"), "it promises 5 faces, and 2 could be read"));
+    EXPECT_EQ(read.triangles(), 2U);
     const ReadScene whole = this->read("b.ply", ply("element face 2\n", "3 0 1 2\n3 0 1 2\n"));
     EXPECT_EQ(whole.triangles(), 2U);
     EXPECT_TRUE(whole.notes.notes().empty()) << "equal faces that the file has";
