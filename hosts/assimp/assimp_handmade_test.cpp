@@ -758,6 +758,17 @@ TEST_F(AssimpFiles, WordsInRemarksOfPlyPromiseNothing) {
     EXPECT_TRUE(read.notes.notes().empty());
 }
 
+TEST_F(AssimpFiles, LinesOfPlyMayEndInAnyWay) {
+    for (const std::string_view end : {"\r", "\r\n"}) {
+        std::string text;
+        for (const char c : ply("element face 2\n", "3 0 1 2\n3 2 1 0\n"))
+            text += c == '\n' ? std::string(end) : std::string(1, c);
+        const ReadScene read = this->read("a.ply", text);
+        EXPECT_EQ(read.triangles(), 2U);
+        EXPECT_TRUE(read.notes.notes().empty());
+    }
+}
+
 TEST_F(AssimpFiles, APlyFileThatIsCutOffBetweenItsFacesIsTold) {
     const ReadScene read = this->read("a.ply", ply("element face 5\n", "3 0 1 2\n3 2 1 0\n"));
     EXPECT_TRUE(read.isNoted(utf8Path(folder_.path() / "a.ply"), "it promises 5 faces, and 2 could be read"));

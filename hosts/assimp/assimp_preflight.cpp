@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -73,8 +74,8 @@ std::optional<std::uint64_t> asCount(std::string_view word) {
 struct PromisedCounts {
     std::optional<std::uint64_t> vertices;
     std::optional<std::uint64_t> faces;
-    bool isText = false;                 // of a PLY file: its body is lines
-    std::uint64_t linesBeforeFaces = 0;  // in that
+    std::optional<std::size_t> textBody = {};  // where the lines of an ASCII PLY file begin
+    std::uint64_t linesBeforeFaces = 0;        // among those
 };
 
 // OFF: "OFF", the number of vertices, that of faces.
@@ -95,12 +96,17 @@ std::string_view nextLine(std::string_view& text) {
 
 // PLY: a header with lines "element vertex N" and "element face N".
 PromisedCounts plyCounts(std::string_view text) {
+    const std::size_t size = text.size();
+    bool isAscii = false;
     PromisedCounts counts;
     while (!text.empty()) {
         std::string_view line = nextLine(text);
         const std::string_view word = nextWord(line);
-        if (word == "end_header") break;
-        if (word == "format") counts.isText = nextWord(line) == "ascii";
+        if (word == "end_header") {
+            if (isAscii) counts.textBody = size - text.size();
+            break;
+        }
+        if (word == "format") isAscii = nextWord(line) == "ascii";
         if (word != "element") continue;
         const std::string_view what = nextWord(line);
         const auto count = asCount(nextWord(line));
@@ -111,19 +117,28 @@ PromisedCounts plyCounts(std::string_view text) {
     return counts;
 }
 
-// The faces that follow the header of an ASCII PLY file, each on a line as all its elements are.
-std::uint64_t plyFacesHeld(const std::filesystem::path& file, const PromisedCounts& counts) {
+// The lines from `start` on that are not blank.
+std::uint64_t linesFrom(std::size_t start, const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    std::string line;
-    while (std::getline(stream, line) && !line.starts_with("end_header")) {
-    }
+    stream.seekg(static_cast<std::streamoff>(start));
     std::uint64_t lines = 0;
-    while (std::getline(stream, line)) {
-        std::string_view rest = line;
-        if (!nextWord(rest).empty()) ++lines;
+    bool isInLine = false;
+    for (std::istreambuf_iterator<char> c(stream), end; c != end; ++c) {
+        if (*c == '\r' || *c == '\n') {
+            isInLine = false;
+        } else if (!isInLine && *c != ' ' && *c != '\t') {
+            isInLine = true;
+            ++lines;
+        }
     }
-    const std::uint64_t faces = lines - std::min(lines, counts.linesBeforeFaces);
-    return std::min(faces, *counts.faces);
+    return lines;
+}
+
+// The faces that follow the header of an ASCII PLY file, each on a line as all its elements are.
+std::optional<std::uint64_t> plyFacesHeld(const std::filesystem::path& file, const PromisedCounts& counts) {
+    if (!counts.faces || !counts.textBody) return std::nullopt;
+    const std::uint64_t lines = linesFrom(*counts.textBody, file);
+    return std::min(lines - std::min(lines, counts.linesBeforeFaces), *counts.faces);
 }
 
 // Every vertex and every face takes a byte at the very least.
@@ -168,7 +183,7 @@ SourceFile examineSceneFile(const std::filesystem::path& file) {
     const PromisedCounts counts = promisedCounts(file, beginning);
     refuseEmptyPromises(file, counts, source.shown);
     source.promisedFaces = counts.faces;
-    if (counts.isText && counts.faces) source.heldFaces = plyFacesHeld(file, counts);
+    source.heldFaces = plyFacesHeld(file, counts);
     source.isAsciiFbx = !beginning.starts_with("Kaydara FBX Binary");
     return source;
 }
