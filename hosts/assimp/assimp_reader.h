@@ -37,8 +37,9 @@ bool canReadWithAssimp(const std::filesystem::path& file);
 // The scene in `file`: hierarchy, transforms in host space (lengths as they stand in the file), instances,
 // meshes, lights, cameras, helpers, user properties, materials and their maps. Fills `notes` with what is
 // left out. Throws SceneError, with a message that begins with `file` as given, where the file cannot be read
-// or holds nothing. What `progress` throws passes through. Prints nothing, and keeps nothing beyond the call.
-// Damaged files of some formats abort or hang inside the library: call it in a process that may die.
+// or holds nothing; std::filesystem::filesystem_error where an image cannot be written. What `progress`
+// throws passes through. Prints nothing, and keeps nothing beyond the call. Damaged files of some formats
+// abort or hang inside the library: call it in a process that may die.
 SceneSnapshot readWithAssimp(const std::filesystem::path& file, const AssimpOptions& options,
                              Progress& progress, ImportNotes& notes);
 

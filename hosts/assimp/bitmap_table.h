@@ -24,7 +24,8 @@ namespace velinor {
 // without
 //   such a folder by its own name;
 // - what is not there as the scene file does, and a note, one for each name, says where it was looked for.
-// The scene and `source` must outlive the table. Throws SceneError where an image cannot be written.
+// The scene and `source` must outlive the table. Throws std::filesystem::filesystem_error where an image
+// cannot be written.
 class BitmapTable {
   public:
     BitmapTable(const aiScene& scene, const SourceFile& source, const AssimpOptions& options,

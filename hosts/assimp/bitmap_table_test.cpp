@@ -152,7 +152,7 @@ TEST_F(BitmapTableTest, WithoutAFolderImagesAreNamedAndNotWritten) {
 TEST_F(BitmapTableTest, AnImageThatCannotBeWrittenEndsTheImport) {
     options_.imageFolder = images_.path() / "none";
     embedFile("a/wood.png", "bytes");
-    EXPECT_THROW(diffuse("*0"), SceneError);
+    EXPECT_THROW(diffuse("*0"), std::filesystem::filesystem_error);
 }
 
 TEST_F(BitmapTableTest, AMissingBitmapKeepsItsNameAndIsNotedOnce) {

@@ -23,7 +23,7 @@ class ImageFolder {
     // number where others have that name.
     std::filesystem::path unusedFile(std::u16string_view wished, std::string_view ending);
 
-    // Writes a file whole. Throws SceneError, which names the file and the reason, where that fails.
+    // Writes a file whole. Throws std::filesystem::filesystem_error, "write", where that fails.
     static void write(const std::filesystem::path& file, std::string_view bytes);
 
   private:

@@ -63,8 +63,9 @@ TEST_F(ImageFolderTest, WritesEachByteAndNotOverAFile) {
     const std::string bytes("a\0b\r\n", 5);
     ImageFolder::write(folder_.path() / "a.png", bytes);
     EXPECT_EQ(std::filesystem::file_size(folder_.path() / "a.png"), bytes.size());
-    EXPECT_THROW(ImageFolder::write(folder_.path() / "a.png", bytes), SceneError);
-    EXPECT_THROW(ImageFolder::write(folder_.path() / "none" / "a.png", bytes), SceneError);
+    EXPECT_THROW(ImageFolder::write(folder_.path() / "a.png", bytes), std::filesystem::filesystem_error);
+    EXPECT_THROW(ImageFolder::write(folder_.path() / "none" / "a.png", bytes),
+                 std::filesystem::filesystem_error);
 }
 
 TEST(ImageEnding, IsAKnownOneInSmallLetters) {
