@@ -73,8 +73,12 @@ std::optional<float> markedNumber(std::string_view word) {
 // As much of a word as a message shows.
 std::string AseLexer::shown(std::string_view word) const {
     constexpr std::size_t kLongest = 40;
-    const std::string text = printable(toUtf8(decodeAse(word.substr(0, kLongest), encoding_)));
-    return word.size() > kLongest ? text + "..." : text;
+    if (word.size() <= kLongest) return printable(toUtf8(decodeAse(word, encoding_)));
+    std::size_t end = kLongest;
+    const auto isWithinCharacter = [&] { return (static_cast<unsigned char>(word[end]) & 0xC0U) == 0x80; };
+    while (encoding_ == AseEncoding::utf8 && end > 0 && isWithinCharacter())
+        --end;
+    return printable(toUtf8(decodeAse(word.substr(0, end), encoding_))) + "...";
 }
 
 // Lines end with CR LF, LF or CR. Columns count characters, not bytes.
@@ -145,10 +149,7 @@ AseLexer::LastStrings AseLexer::lastStrings(std::size_t from) const {
 // The quote that ends the string whose text begins at `from`, or npos. A quote inside a name is one that
 // something else than a keyword, a brace or the line's end follows. Looks at each character once, since it
 // goes on from where the blanks after a quote end.
-std::size_t AseLexer::closingQuote(std::size_t from) {
-    if (from > last_.lineEnd) last_ = lastStrings(from);
-    if (last_.quote != std::string_view::npos && last_.begin <= from && from <= last_.quote)
-        return last_.quote;
+std::size_t AseLexer::closingQuote(std::size_t from) const {
     std::size_t at = from;
     while (at < text_.size() && !isLineEnd(text_[at])) {
         if (text_[at++] != '"') continue;
@@ -160,6 +161,14 @@ std::size_t AseLexer::closingQuote(std::size_t from) {
         if (isLast) return quote;
     }
     return std::string_view::npos;
+}
+
+// The same for a string that is an argument, which may stand alone on its line.
+std::size_t AseLexer::closingQuoteOfArgument(std::size_t from) {
+    if (from > last_.lineEnd) last_ = lastStrings(from);
+    const bool isOneOfLast =
+        last_.quote != std::string_view::npos && last_.begin <= from && from <= last_.quote;
+    return isOneOfLast ? last_.quote : closingQuote(from);
 }
 
 // Of an unknown keyword, so a quote that nothing closes is passed over like any other character.
@@ -233,6 +242,13 @@ bool AseLexer::isAtBlock() {
     return at_ < text_.size() && text_[at_] == '{';
 }
 
+bool AseLexer::isAtNumber() {
+    skipBlanks();
+    place_ = at_;
+    return at_ < text_.size() &&
+           std::string_view("+-.,0123456789").find(text_[at_]) != std::string_view::npos;
+}
+
 bool AseLexer::isAtText() {
     skipBlanks();
     place_ = at_;
@@ -258,7 +274,7 @@ void AseLexer::refuseWord(const std::string& wanted) const {
 
 std::string_view AseLexer::text() {
     if (!isAtText()) refuseWord("a string in quotes");
-    const std::size_t quote = closingQuote(at_ + 1);
+    const std::size_t quote = closingQuoteOfArgument(at_ + 1);
     if (quote == std::string_view::npos) refuse(at_, "the string that begins here does not end on its line");
     const std::string_view found = text_.substr(at_ + 1, quote - at_ - 1);
     at_ = quote + 1;

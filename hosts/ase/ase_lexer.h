@@ -45,9 +45,10 @@ class AseLexer {
     // How many blocks are open.
     std::size_t depth() const { return blocks_.size(); }
 
-    // Whether a block or a string comes next.
+    // Whether a block, a string or a number comes next.
     bool isAtBlock();
     bool isAtText();
+    bool isAtNumber();
 
     // What stands in quotes. Nothing is escaped: a string that stands alone with its keyword, or with the
     // brace that follows, ends at the last quote of its line. Where more keywords follow on the line, it ends
@@ -107,7 +108,8 @@ class AseLexer {
     void skipBlanks();
     void skipString();
     void skipBlock();
-    std::size_t closingQuote(std::size_t from);
+    std::size_t closingQuote(std::size_t from) const;
+    std::size_t closingQuoteOfArgument(std::size_t from);
     LastStrings lastStrings(std::size_t from) const;
     bool isBeforeKeyword(std::size_t at) const;
     std::string_view wholeWord() const;

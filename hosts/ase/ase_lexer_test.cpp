@@ -90,8 +90,8 @@ TEST(AseLexer, AStringAloneOnItsLineEndsAtTheLastQuote) {
 
 TEST(AseLexer, EachLineHasItsOwnLastQuote) {
     AseLexer lexer(
-        "*A \"1\" *b\"\n*B { *NODE_NAME \"2\" *NODE_NAME \"3\" *d\"\n*UNKNOWN { \"} *e\"\n}\n*C \"{\" "
-        "*f\"\n*D }",
+        "*A \"1\" *b\"\n*B { *NODE_NAME \"2\" *NODE_NAME \"3\" *d\"\n*UNKNOWN { \"} *e\"\n}\n*C "
+        "\"{\"\n*D }",
         "a.ase");
     EXPECT_EQ(lexer.next(), "A");
     EXPECT_EQ(lexer.text(), "1\" *b");
@@ -102,7 +102,7 @@ TEST(AseLexer, EachLineHasItsOwnLastQuote) {
     EXPECT_EQ(lexer.next(), "NODE_NAME");
     EXPECT_EQ(lexer.text(), "3\" *d");
     EXPECT_EQ(lexer.next(), "UNKNOWN");
-    EXPECT_EQ(lexer.next(), "C") << "a string that is not read ends the same way";
+    EXPECT_EQ(lexer.next(), "C");
     EXPECT_EQ(lexer.next(), "D");
 }
 
@@ -111,6 +111,16 @@ TEST(AseLexer, AQuoteThatNothingClosesIsPassedOverInWhatIsNotRead) {
     EXPECT_EQ(lexer.next(), "A");
     EXPECT_EQ(lexer.next(), "B");
     EXPECT_EQ(lexer.next(), "C");
+}
+
+// Of what is not read, nothing tells where a string ends but what follows it.
+TEST(AseLexer, BracesCountInWhatIsNotRead) {
+    for (const char* text : {"*FOO \"abc\" { \"def\"\n}\n*NEXT", "*FOO { \"abc\" } \"def\"\n*NEXT"}) {
+        AseLexer lexer(text, "a.ase");
+        EXPECT_EQ(lexer.next(), "FOO") << text;
+        EXPECT_EQ(lexer.next(), "NEXT") << text;
+        EXPECT_EQ(lexer.next(), std::nullopt) << text;
+    }
 }
 
 TEST(AseLexer, WordsMayStandInQuotes) {
@@ -277,6 +287,9 @@ TEST(AseLexer, MessagesShowTheBeginningOfLongAndStrangeWords) {
     EXPECT_EQ(
         refusal(std::string(100, 'x'), [](AseLexer& lexer) { lexer.number(); }),
         "a.ase: line 1, column 1: there is \"" + std::string(40, 'x') + "...\" where a number is expected");
+    EXPECT_EQ(
+        refusal(std::string(39, 'x') + "\xC3\xBC y", [](AseLexer& lexer) { lexer.number(); }),
+        "a.ase: line 1, column 1: there is \"" + std::string(39, 'x') + "...\" where a number is expected");
     EXPECT_EQ(refusal("\x01\xFF", [](AseLexer& lexer) { lexer.number(); }),
               "a.ase: line 1, column 1: there is \"\\x01\xEF\xBF\xBD\" where a number is expected");
 }

@@ -1,6 +1,7 @@
 #include "hosts/ase/ase_materials.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "base/text.h"
@@ -122,7 +123,7 @@ void AseMaterials::openMap(AseLexer& lexer, std::string_view keyword) {
     frame.slot = slotOf(keyword);
     lexer.enter(keyword);
     scene_.maps.emplace_back();
-    isNumbered_.push_back(keyword == kNumberedMap);
+    mapTraits_.push_back({.isNumbered = keyword == kNumberedMap});
     frames_.push_back(frame);
 }
 
@@ -142,7 +143,7 @@ void AseMaterials::readMaterialPart(AseLexer& lexer, std::string_view keyword) {
     } else if (keyword == "MATERIAL_TRANSPARENCY") {
         values_[item].transparency = lexer.number();
     } else if (keyword == "MATERIAL_SELFILLUM") {
-        values_[item].isLuminous = lexer.anyNumber() > 0;
+        values_[item].isLuminous = lexer.isAtNumber() && lexer.anyNumber() > 0;
     } else if (keyword == "MATERIAL_TWOSIDED") {
         values_[item].isTwoSided = true;
     } else if (keyword == "SUBMATERIAL") {
@@ -162,11 +163,11 @@ void AseMaterials::readMapPart(AseLexer& lexer, std::string_view keyword) {
         const auto number = static_cast<std::int32_t>(lexer.integer(0, INT32_MAX));
         if (!frame.slot || frame.parentMap) frame.slot = number;
     } else if (keyword == "BITMAP") {
-        map.bitmap = bitmapName(lexer.text(), frame.material);
+        map.bitmap = text_.decode(lexer.text());
     } else if (keyword == "MAP_AMOUNT") {
-        if (isPartial(frame.slot, lexer.anyNumber())) values_[frame.material].hasPartialMap = true;
+        if (lexer.isAtNumber()) mapTraits_[frame.item].isPartial = isPartial(frame.slot, lexer.anyNumber());
     } else if (isPlacement(keyword)) {
-        if (movesMap(keyword, lexer.anyNumber())) values_[frame.material].isMoved = true;
+        if (lexer.isAtNumber() && movesMap(keyword, lexer.anyNumber())) mapTraits_[frame.item].isMoved = true;
     } else if (isMapKeyword(keyword)) {
         openMap(lexer, keyword);
     }
@@ -208,7 +209,7 @@ void AseMaterials::closeMaterial(SnapshotRef item) {
     if (material.className == kPhysical) {
         // Numbers of its maps are none of slots, and nothing else tells what they are for.
         std::erase_if(material.textureMaps,
-                      [this](const SnapshotTextureMap& map) { return isNumbered_[map.map]; });
+                      [this](const SnapshotTextureMap& map) { return mapTraits_[map.map].isNumbered; });
         const host::Point3& base = material.diffuse;
         const auto map = [&](std::int32_t slot) { return SnapshotMapProperty{mapOfSlot(material, slot)}; };
         material.properties = {
@@ -223,28 +224,48 @@ void AseMaterials::closeMaterial(SnapshotRef item) {
             {u"emission_map", map(kSelfIllumination)},
         };
     }
-    noteLosses(material, values);
+    noteLosses(material, values, finishMaps(material));
 }
 
-void AseMaterials::noteLosses(const SnapshotMaterial& material, const Values& values) {
+// Of the maps that the material has kept, with those below them.
+AseMaterials::MapTraits AseMaterials::finishMaps(const SnapshotMaterial& material) {
+    MapTraits any;
+    std::vector<SnapshotRef> open;
+    for (const SnapshotTextureMap& map : material.textureMaps)
+        open.push_back(map.map);
+    std::ranges::reverse(open);
+    while (!open.empty()) {
+        const SnapshotRef item = open.back();
+        open.pop_back();
+        SnapshotMap& map = scene_.maps[item];
+        map.bitmap = bitmapName(map.bitmap, material);
+        any.isMoved = any.isMoved || mapTraits_[item].isMoved;
+        any.isPartial = any.isPartial || mapTraits_[item].isPartial;
+        for (const std::optional<SnapshotRef>& subMap : map.subMaps | std::views::reverse) {
+            if (subMap) open.push_back(*subMap);
+        }
+    }
+    return any;
+}
+
+void AseMaterials::noteLosses(const SnapshotMaterial& material, const Values& values, const MapTraits& maps) {
     const std::string name = oneLine(toUtf8(material.name));
-    if (values.isMoved) losses_.add(MaterialLoss::movedTexture, name);
-    if (values.hasPartialMap) losses_.add(MaterialLoss::partialMap, name);
+    if (maps.isMoved) losses_.add(MaterialLoss::movedTexture, name);
+    if (maps.isPartial) losses_.add(MaterialLoss::partialMap, name);
     if (values.isTwoSided) losses_.add(MaterialLoss::twoSided, name);
     if (values.isLuminous && !mapOfSlot(material, kSelfIllumination))
         losses_.add(MaterialLoss::emissionColour, name);
     if (material.className == kPhysical) losses_.add(MaterialLoss::physicalValues, name);
 }
 
-std::u16string AseMaterials::bitmapName(std::string_view name, SnapshotRef material) {
-    const std::u16string given = text_.decode(name);
+std::u16string AseMaterials::bitmapName(const std::u16string& given, const SnapshotMaterial& material) {
     if (given.empty()) return {};
     const auto [found, isNew] = bitmaps_.try_emplace(given, given);
     if (!isNew) return found->second;
     if (const auto file = files_.find(given)) {
         found->second = toUtf16Lossy(utf8Path(*file));
     } else {
-        notes_.add(oneLine(toUtf8(scene_.materials[material].name)), missingBitmapText(given, files_));
+        notes_.add(oneLine(toUtf8(material.name)), missingBitmapText(given, files_));
     }
     return found->second;
 }

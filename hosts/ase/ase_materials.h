@@ -51,10 +51,15 @@ class AseMaterials {
     struct Values {
         float shine = 0;
         float transparency = 0;
-        bool isMoved = false;        // any of its maps, on the surface
-        bool hasPartialMap = false;  // one whose amount is not 1
         bool isTwoSided = false;
         bool isLuminous = false;
+    };
+
+    // The same of a map.
+    struct MapTraits {
+        bool isNumbered = false;  // its keyword does not name its slot
+        bool isMoved = false;     // on the surface
+        bool isPartial = false;   // its amount is not 1
     };
 
     void openMaterial(AseLexer& lexer, std::string_view keyword);
@@ -64,16 +69,17 @@ class AseMaterials {
     void closeFrame();
     void closeMaterial(SnapshotRef material);
     void closeMap(const Frame& frame);
-    void noteLosses(const SnapshotMaterial& material, const Values& values);
-    std::u16string bitmapName(std::string_view name, SnapshotRef material);
+    MapTraits finishMaps(const SnapshotMaterial& material);
+    void noteLosses(const SnapshotMaterial& material, const Values& values, const MapTraits& maps);
+    std::u16string bitmapName(const std::u16string& given, const SnapshotMaterial& material);
 
     SceneSnapshot& scene_;
     const AseText& text_;
     const TextureFiles& files_;
     ImportNotes& notes_;
     std::vector<Frame> frames_;
-    std::vector<Values> values_;    // by material
-    std::vector<bool> isNumbered_;  // by map: its keyword does not name its slot
+    std::vector<Values> values_;        // by material
+    std::vector<MapTraits> mapTraits_;  // by map
     std::unordered_map<std::int64_t, SnapshotRef> byNumber_;
     std::map<std::u16string, std::u16string> bitmaps_;  // by the file's name for it
     MaterialLosses losses_;

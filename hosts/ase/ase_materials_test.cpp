@@ -164,12 +164,19 @@ TEST(AseMaterials, APhysicalMaterialHasWhatTheFileHoldsOfIt) {
 // Their numbers are no slots of a Standard material, and there is nothing else to know them by.
 TEST(AseMaterials, NumberedMapsOfAPhysicalMaterialAreLeftOut) {
     std::string maps;
-    for (const char* number : {"0", "1", "4", "5", "8"})
-        maps += map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO " + std::string(number) + "\n*BITMAP \"a.png\"\n");
+    for (const char* number : {"0", "1", "4", "5", "8"}) {
+        maps +=
+            map("MAP_GENERIC", "Bitmap",
+                "*MAP_SUBNO " + std::string(number) + "\n*MAP_AMOUNT 0.5\n*UVW_ANGLE 1\n*BITMAP \"a.png\"\n");
+    }
     maps += bitmap("MAP_BUMP", "b.png") + map("MAP_GENERIC", "Bitmap", "*MAP_SUBNO 8\n");
     const ReadAse read = readAseText(list(material("M", maps + "*MATERIAL_CLASS \"Physical Material\"\n")));
     const SnapshotMaterial& found = read.material(u"M");
     EXPECT_THAT(found.textureMaps, ElementsAre(SnapshotTextureMap{8, 5}));
+    EXPECT_EQ(read.notesOf("M", "\"a.png\" is missing"), 0) << "nobody needs it";
+    EXPECT_EQ(read.notesOf("M", "\"b.png\" is missing"), 1);
+    for (const char* note : {"amount", "moved"})
+        EXPECT_EQ(read.notesOf("room.ase", note), 0) << note;
     for (const SnapshotProperty& property : found.properties) {
         const auto* held = std::get_if<SnapshotMapProperty>(&property.value);
         if (held == nullptr) continue;
@@ -211,6 +218,8 @@ TEST(AseMaterials, WhatAPackageCannotExpressIsToldOnceAKind) {
              Case{"", "two sides", 0},
              Case{"*MATERIAL_SELFILLUM 0.5\n", "have an emission colour without a map", 1},
              Case{"*MATERIAL_SELFILLUM 0,0000\n", "emission", 0},
+             Case{"*MATERIAL_SELFILLUM\n*MATERIAL_FALLOFF In\n", "emission", 0},
+             Case{aseBlock("MAP_DIFFUSE", "*MAP_AMOUNT\n*UVW_ANGLE\n"), "amount", 0},
              Case{"*MATERIAL_SELFILLUM 0.5\n" + bitmap("MAP_SELFILLUM", "a.png"), "emission", 0},
              Case{map + map, "have maps of an amount other than 1", 1},
              Case{bitmap("MAP_DIFFUSE", "a.png"), "amount", 0},

@@ -147,9 +147,10 @@ class Assembly {
         if (isAnimated_)
             notes_.add(shown_, "animations are left out: the scene stands as at its first frame");
         if (text_.isCodePage()) {
-            notes_.add(shown_,
-                       "the file does not tell its code page; names are read as Windows-1252. If they look "
-                       "wrong, save the file as UTF-8");
+            notes_.addHint(
+                shown_,
+                "the file does not tell its code page; names are read as Windows-1252. If they look "
+                "wrong, save the file as UTF-8");
         }
         if (!unknown_.empty()) {
             std::string names;
@@ -157,9 +158,9 @@ class Assembly {
                 names += (names.empty() ? "*" : ", *") + name;
             notes_.add(shown_, "blocks of these kinds are not known and left out: " + names);
         }
-        notes_.add(shown_,
-                   "ASE files do not hold user properties, layers, instances, and what is hidden or "
-                   "selected; export from 3ds Max itself where these matter");
+        notes_.addHint(shown_,
+                       "ASE files do not hold user properties, layers, instances, and what is hidden or "
+                       "selected; export from 3ds Max itself where these matter");
     }
 
     static std::string nameOf(const SnapshotNode& node) { return oneLine(toUtf8(node.name)); }

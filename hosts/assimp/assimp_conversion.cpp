@@ -195,9 +195,9 @@ class Assembly {
     void addSummary() {
         if (source_.mNumAnimations != 0) notes_.add(file_.shown, kAnimationsAreLeftOut);
         if (file_.format == FileFormat::threeDs && !devices_.cameras.empty()) {
-            notes_.add(file_.shown,
-                       "the roll of cameras, and where animated ones look, is not read from 3DS files; "
-                       "check the start view");
+            notes_.addHint(file_.shown,
+                           "the roll of cameras, and where animated ones look, is not read from 3DS files; "
+                           "check the start view");
         }
         losses_.writeTo(notes_, file_.shown);
     }

@@ -560,7 +560,8 @@ TEST_F(AssimpFiles, ATurnedTopFrameOfXKeepsItsMatrix) {
         const float factor = x > 0 ? 2.F : 1.F;
         expectAt(read.node(u"Root"), x, 0, 0, 1e-5F);
         expectRow(read.node(u"Box").worldTransform[0], factor, 0, 0, 1e-5F);
-        EXPECT_NEAR(std::abs(read.node(u"Box").worldTransform[1][2]), factor, 1e-5F);
+        expectRow(read.node(u"Box").worldTransform[1], 0, 0, -factor, 1e-5F);
+        expectRow(read.node(u"Box").worldTransform[2], 0, factor, 0, 1e-5F);
     }
 }
 
@@ -570,6 +571,9 @@ TEST_F(AssimpFiles, RootsThatTheLibraryAddsAreNoNodes) {
     ASSERT_EQ(x.scene.nodes.size(), 2U);
     EXPECT_EQ(x.scene.roots.size(), 2U);
     EXPECT_EQ(x.scene.nodes[0].name, u"A");
+    const ReadScene bare = this->read("bare.x", std::string("xof 0303txt 0032\n") + kXTriangle + "\n");
+    ASSERT_EQ(bare.scene.nodes.size(), 1U);
+    EXPECT_EQ(bare.scene.nodes[0].name, u"bare") << "a mesh without a frame";
     const ReadScene x3d =
         this->read("a.x3d", R"(<?xml version="1.0" encoding="UTF-8"?><X3D version="3.0"><Scene>
 <Group DEF="G"><Shape DEF="S"><IndexedFaceSet coordIndex="0 1 2 -1"><Coordinate point="0 0 0 1 0 0 0 1 0"/>

@@ -29,7 +29,11 @@ bool isUntouchedDefault(const MaterialValues& values) {
     constexpr Colour kGrey{0.6F, 0.6F, 0.6F, 1};
     constexpr Colour kDark{0.05F, 0.05F, 0.05F, 1};
     if (values.text("?mat.name") != "DefaultMaterial" || hasTextureOfFile(values)) return false;
-    return values.colour("$clr.diffuse").value_or(kGrey) == kGrey || values.colour("$clr.ambient") == kDark;
+    const Colour diffuse = values.colour("$clr.diffuse").value_or(kGrey);
+    const Colour specular = values.colour("$clr.specular").value_or(diffuse);
+    const bool isPlain = (specular == diffuse || specular == kGrey || !values.isNotBlack("$clr.specular")) &&
+                         !values.isNotBlack("$clr.emissive");
+    return isPlain && (diffuse == kGrey || values.colour("$clr.ambient") == kDark);
 }
 
 // Whether the library has made the material up for meshes without one.

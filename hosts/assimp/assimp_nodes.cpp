@@ -19,10 +19,12 @@ bool hasContent(const aiNode& node, const NodeDevices& devices) {
     return node.mNumMeshes != 0 || devices.lights.contains(&node) || devices.cameras.contains(&node);
 }
 
-// Names that the library gives to roots: none, one in angle brackets, that of X, or (X3D) the file's path.
+// Names that the library gives to roots: none, one in angle brackets, those of X and CSM, or (X3D) the file's
+// path.
 bool isInventedRootName(std::string_view name, const SourceFile& file) {
-    return name.empty() || (name.starts_with('<') && name.ends_with('>')) || name == "$dummy_root" ||
-           name == utf8Path(file.path);
+    constexpr std::string_view kNames[] = {"", "$dummy_root", "$dummy_node", "$CSM_DummyRoot"};
+    return std::ranges::find(kNames, name) != std::end(kNames) ||
+           (name.starts_with('<') && name.ends_with('>')) || name == utf8Path(file.path);
 }
 
 bool isRootOfFileOnly(const aiNode& root, const SourceFile& file) {

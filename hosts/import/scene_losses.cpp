@@ -56,8 +56,9 @@ LossText textOf(SceneLoss loss) {
             return {"node", "nodes", false, "no transform in the file, so the place is the origin"};
         case SceneLoss::lostParent:
             return {"node", "nodes", false,
-                    "a parent that the file does not hold or has below the node; at the top, the place stays "
-                    "the same"};
+                    "a parent that the file does not hold or has below the node, which then stands at the "
+                    "top, where "
+                    "it was"};
         case SceneLoss::ambientLight:
             return {"node", "nodes", false, "an ambient light, which is left out; a helper is kept"};
         case SceneLoss::volumeLight:

@@ -45,7 +45,7 @@ count_tests() {
 # show_failures RESULTS: the names of the tests of a JUnit file that failed or did not run, and what the first ones said.
 show_failures() {
     sed -nE 's/.*<testcase name="([^"]*)".*status="(fail|notrun|disabled)".*/tolvex: \2: \1/p' "$1" | head -n 40
-    sed -nE '/<testcase .*status="fail"/,/<\/testcase>/p' "$1" | sed -E 's/^[[:space:]]*<[^>]*>//; s/<[^>]*>//g' |
+    sed -nE '/<testcase .*status="fail"([^>]*[^>\/])?>/,/<\/testcase>/p' "$1" | sed -E 's/^[[:space:]]*<[^>]*>//; s/<[^>]*>//g' |
         sed 's/&lt;/</g; s/&gt;/>/g; s/&quot;/"/g; s/&apos;/'"'"'/g; s/&amp;/\&/g' | grep -v '^[[:space:]]*$' | head -n 120 || true
 }
 

@@ -81,6 +81,17 @@ TEST_F(AseFile, ABitmapWhoseNameIsNotAsciiIsExported) {
     EXPECT_TRUE(files.contains("resources/T.mesh"));
 }
 
+// What ASE files never hold, and how names are read, is no loss of this file.
+TEST_F(AseFile, AGoodOneIsExportedWithStrict) {
+    write("good.ase",
+          "*3DSMAX_ASCIIEXPORT 200\n*HELPEROBJECT {\n*NODE_NAME \"T\xFCr\"\n*NODE_TM {\n*NODE_NAME "
+          "\"T\xFCr\"\n*TM_ROW0 1 0 0\n*TM_ROW1 0 1 0\n*TM_ROW2 0 0 1\n*TM_ROW3 0 0 0\n}\n}\n");
+    const CommandResult good = run({"export", "--strict", "good.ase", "good.jsx"});
+    EXPECT_EQ(good.status, 0) << good.err << good.out;
+    write("bad.ase", "*3DSMAX_ASCIIEXPORT 200\n*HELPEROBJECT {\n*NODE_NAME \"A\"\n}\n");
+    EXPECT_EQ(run({"export", "--strict", "bad.ase", "bad.jsx"}).status, 1) << "it has no transform";
+}
+
 TEST_F(AseFile, AMissingBitmapIsTold) {
     writeTriangle("D:\\maps\\wood.png");
     const CommandResult result = run({"export", "a.ase", "out.jsx"});
