@@ -32,9 +32,9 @@ inline void appendText(std::string& bytes, std::string_view text) {
 }
 
 inline std::string_view takeText(std::string_view& bytes) {
-    const std::uint64_t size = std::min<std::uint64_t>(takeNumber(bytes), bytes.size());
-    const std::string_view text = bytes.substr(0, size);
-    bytes.remove_prefix(size);
+    const std::uint64_t size = takeNumber(bytes);
+    const std::string_view text = bytes.substr(0, std::min<std::uint64_t>(size, bytes.size()));
+    bytes.remove_prefix(text.size());
     return text;
 }
 
