@@ -1,7 +1,6 @@
 #include "hosts/ase/ase_materials.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "base/text.h"
@@ -241,9 +240,11 @@ AseMaterials::MapTraits AseMaterials::finishMaps(const SnapshotMaterial& materia
         map.bitmap = bitmapName(map.bitmap, material);
         any.isMoved = any.isMoved || mapTraits_[item].isMoved;
         any.isPartial = any.isPartial || mapTraits_[item].isPartial;
-        for (const std::optional<SnapshotRef>& subMap : map.subMaps | std::views::reverse) {
+        const auto known = static_cast<std::ptrdiff_t>(open.size());
+        for (const std::optional<SnapshotRef>& subMap : map.subMaps) {
             if (subMap) open.push_back(*subMap);
         }
+        std::reverse(open.begin() + known, open.end());  // the first comes next
     }
     return any;
 }
