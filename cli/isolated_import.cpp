@@ -145,13 +145,10 @@ struct Receiver {
             }
             case Kind::advance:
                 return progress.advance(takeNumber(message));
-            case Kind::note: {
-                const std::string_view subject = takeText(message);
-                return notes.add(subject, message);
-            }
+            case Kind::note:
             case Kind::hint: {
                 const std::string_view subject = takeText(message);
-                return notes.addHint(subject, message);
+                return notes.add({std::string(subject), std::string(message), kind == Kind::note});
             }
             case Kind::error:
                 error = message;

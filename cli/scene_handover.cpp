@@ -62,7 +62,8 @@ std::string packedScene(SceneSnapshot scene) {
     }
     std::string bytes;
     appendText(bytes, groups);
-    return bytes += writeSnapshot(scene, SnapshotEncoding::cbor);
+    bytes += writeSnapshot(scene, SnapshotEncoding::cbor);
+    return bytes;
 }
 
 SceneSnapshot unpackedScene(std::string_view bytes, std::string_view name) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velinor {
@@ -29,12 +30,12 @@ inline constexpr std::string_view kAnimationsAreLeftOut =
 // Collects remarks in the order in which they arise. A reader writes to it, its caller shows it.
 class ImportNotes {
   public:
+    void add(ImportNote note) { notes_.push_back(std::move(note)); }
     void add(std::string_view subject, std::string_view text) {
-        notes_.push_back({std::string(subject), std::string(text)});
+        add({std::string(subject), std::string(text)});
     }
-
     void addHint(std::string_view subject, std::string_view text) {
-        notes_.push_back({std::string(subject), std::string(text), false});
+        add({std::string(subject), std::string(text), false});
     }
 
     bool hasLosses() const { return std::ranges::any_of(notes_, &ImportNote::isLoss); }
