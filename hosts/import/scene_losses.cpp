@@ -55,10 +55,10 @@ LossText textOf(SceneLoss loss) {
         case SceneLoss::noTransform:
             return {"node", "nodes", false, "no transform in the file, so the place is the origin"};
         case SceneLoss::lostParent:
-            return {"node", "nodes", false,
-                    "a parent that the file does not hold or has below the node, which then stands at the "
-                    "top, where "
-                    "it was"};
+            return {
+                "node", "nodes", false,
+                "a parent that the file does not hold or has below the node, which then stands at the top, "
+                "where it was"};
         case SceneLoss::ambientLight:
             return {"node", "nodes", false, "an ambient light, which is left out; a helper is kept"};
         case SceneLoss::volumeLight:
