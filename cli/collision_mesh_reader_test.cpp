@@ -10,7 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 
-std::string faultOf(const std::string& text) {
+std::string collisionMeshFault(const std::string& text) {
     try {
         readCollisionMesh(text);
         return "";
@@ -51,8 +51,8 @@ TEST(CollisionMeshReader, SaysWhatIsWrongAndWhere) {
         {"", "has no faces"},
     };
     for (const auto& [lines, fault] : cases)
-        EXPECT_THAT(faultOf(std::string(kPoints) + lines), HasSubstr(fault)) << lines;
-    EXPECT_EQ(faultOf(""), "is empty");
+        EXPECT_THAT(collisionMeshFault(std::string(kPoints) + lines), HasSubstr(fault)) << lines;
+    EXPECT_EQ(collisionMeshFault(""), "is empty");
 }
 
 }  // namespace

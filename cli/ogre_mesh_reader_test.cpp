@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 // The fault of a mesh; empty where it has none.
-std::string faultOf(const std::string& bytes) {
+std::string ogreMeshFault(const std::string& bytes) {
     try {
         readOgreMesh(bytes);
         return "";
@@ -62,7 +62,7 @@ TEST(OgreMeshReader, TakesAllIntactForms) {
         {"another radius", [](TestMesh& mesh) { mesh.bounds.back() = 5; }},
     };
     for (const auto& [name, change] : cases)
-        EXPECT_EQ(faultOf(changedMesh(change).bytes()), "") << name;
+        EXPECT_EQ(ogreMeshFault(changedMesh(change).bytes()), "") << name;
 }
 
 TEST(OgreMeshReader, CountsTheVerticesOfAllSubmeshes) {
@@ -120,28 +120,28 @@ TEST(OgreMeshReader, SaysWhatIsWrong) {
          "a submesh name has no end"},
     };
     for (const auto& [change, fault] : cases)
-        EXPECT_THAT(faultOf(changedMesh(change).bytes()), HasSubstr(fault));
+        EXPECT_THAT(ogreMeshFault(changedMesh(change).bytes()), HasSubstr(fault));
 }
 
 TEST(OgreMeshReader, RefusesWhatIsNoMesh) {
-    EXPECT_THAT(faultOf(""), HasSubstr("is empty"));
-    EXPECT_THAT(faultOf("<mesh></mesh>"), HasSubstr("is no binary OGRE mesh"));
-    EXPECT_THAT(faultOf(TestMesh().bytes() + "x"), HasSubstr("1 bytes too many in the file"));
+    EXPECT_THAT(ogreMeshFault(""), HasSubstr("is empty"));
+    EXPECT_THAT(ogreMeshFault("<mesh></mesh>"), HasSubstr("is no binary OGRE mesh"));
+    EXPECT_THAT(ogreMeshFault(TestMesh().bytes() + "x"), HasSubstr("1 bytes too many in the file"));
 }
 
 TEST(OgreMeshReader, RefusesAMeshThatIsCutOffAnywhere) {
     const std::string box = convertedBox();
     for (std::size_t size = 0; size < box.size(); ++size)
-        EXPECT_NE(faultOf(box.substr(0, size)), "") << size << " bytes";
+        EXPECT_NE(ogreMeshFault(box.substr(0, size)), "") << size << " bytes";
 }
 
 TEST(OgreMeshReader, RefusesAChunkThatIsLongerThanWhatHoldsIt) {
     std::string bytes = TestMesh().bytes();
     const std::size_t length = bytes.find('\n') + 3;
     bytes[length] = static_cast<char>(bytes[length] + 1);
-    EXPECT_THAT(faultOf(bytes), HasSubstr("chunk 0x3000 needs"));
+    EXPECT_THAT(ogreMeshFault(bytes), HasSubstr("chunk 0x3000 needs"));
     bytes.replace(length, 4, 4, '\0');
-    EXPECT_THAT(faultOf(bytes), HasSubstr("chunk 0x3000 says it has 0 bytes"));
+    EXPECT_THAT(ogreMeshFault(bytes), HasSubstr("chunk 0x3000 says it has 0 bytes"));
 }
 
 }  // namespace

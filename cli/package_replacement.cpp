@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "base/regular_file.h"
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "cli/sibling_name.h"
@@ -17,15 +18,10 @@ bool isFullFolder(const fs::path& path) {
     return fs::is_directory(path, error) && !fs::is_empty(path, error) && !error;
 }
 
-bool isFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
-}
-
 }  // namespace
 
 bool isPackage(const fs::path& folder) {
-    return isFile(folder / "index.jsx") && isFile(folder / "where.json");
+    return isRegularFile(folder / "index.jsx") && isRegularFile(folder / "where.json");
 }
 
 PackageReplacement::PackageReplacement(const fs::path& package, bool overwrite) : package_(package) {

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "base/regular_file.h"
 #include "base/text.h"
 #include "cli/collision_mesh_reader.h"
 #include "cli/material_script_reader.h"
@@ -122,8 +123,7 @@ std::optional<std::string> ResourceCheck::findFile(std::string_view name) const 
 }
 
 bool ResourceCheck::isFile(std::string_view name) const {
-    std::error_code error;
-    return fs::is_regular_file(resources_ / pathOfUtf8(name), error);
+    return isRegularFile(resources_ / pathOfUtf8(name));
 }
 
 std::optional<std::string> ResourceCheck::read(const std::string& file) {

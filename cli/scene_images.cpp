@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/regular_file.h"
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "hosts/assimp/image_folder.h"
@@ -16,11 +17,6 @@ namespace fs = std::filesystem;
 
 bool isAscii(std::u16string_view text) {
     return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
-}
-
-bool isFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
 }
 
 std::u16string textOf(const fs::path& path) {
@@ -50,8 +46,8 @@ void require(const std::error_code& error, const char* operation, const fs::path
 // Where a bitmap is an image that was taken out of the scene file.
 std::optional<fs::path> extracted(const SnapshotMap& map, const TemporaryFolder& images) {
     const fs::path file = toPath(map.bitmap);
-    return file.parent_path() == fs::absolute(images.path()) && isFile(file) ? std::optional(file)
-                                                                             : std::nullopt;
+    return file.parent_path() == fs::absolute(images.path()) && isRegularFile(file) ? std::optional(file)
+                                                                                    : std::nullopt;
 }
 
 void copyImages(SceneSource& source, const fs::path& folder) {
@@ -76,7 +72,7 @@ void linkBitmaps(SceneSource& source) {
     for (SnapshotMap& map : source.scene.maps) {
         if (isAscii(map.bitmap)) continue;
         const fs::path file = source.folder / toPath(map.bitmap);
-        if (!isFile(file)) continue;
+        if (!isRegularFile(file)) continue;
         const fs::path link = folder.unusedFile(withoutImageEnding(map.bitmap), imageEnding(map.bitmap));
         if (linkOrCopy(file, link)) {
             map.bitmap = textOf(link);

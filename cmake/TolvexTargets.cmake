@@ -26,6 +26,13 @@ if(TOLVEX_FUZZ)
     target_compile_options(tolvex_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# For builds of everything, as CI's. Names within anonymous namespaces must differ for that within a folder. The batches are
+# small enough for two compilers at a time.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+if(TOLVEX_UNITY STREQUAL "all")
+    set(CMAKE_UNITY_BUILD ON)
+endif()
+
 # Where the files of this machine are for the test programs: Wine shows them as a drive. Goes before absolute paths that are
 # compiled into a test program.
 set(TOLVEX_DRIVE "")
@@ -57,6 +64,9 @@ function(tolvex_tests name)
     set(properties TIMEOUT 300)
     if(arg_SCREEN)
         list(APPEND properties RESOURCE_LOCK screen)
+    endif()
+    if(TOLVEX_UNITY)
+        set_target_properties(${name}_tests PROPERTIES UNITY_BUILD ON)
     endif()
     if(WIN32)
         # One folder for all, so that the libraries which they load stand there once.

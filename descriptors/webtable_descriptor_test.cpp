@@ -16,7 +16,7 @@ struct Panels {
     std::vector<std::string> told;
 };
 
-Panels describe(const TestScene& scene) {
+Panels describePanels(const TestScene& scene) {
     TestCollection collection(scene);
     collection.run();
     const std::string text = buildWebtablesJson(collection.scene.webtableNodes,
@@ -25,17 +25,17 @@ Panels describe(const TestScene& scene) {
 }
 
 nlohmann::json onlyPanel(const TestScene& scene) {
-    return nlohmann::json::parse(describe(scene).text).at(0);
+    return nlohmann::json::parse(describePanels(scene).text).at(0);
 }
 
 TEST(WebtablesJson, OfNoPanelsIsAnEmptyArray) {
-    EXPECT_EQ(describe(TestScene()).text, "[]");
+    EXPECT_EQ(describePanels(TestScene()).text, "[]");
 }
 
 TEST(WebtablesJson, DescribesAFourByThreePanel) {
     TestScene scene;
     scene.addMesh(u"Webtable_7", std::nullopt, 4, 3);
-    EXPECT_EQ(describe(scene).text, R"([
+    EXPECT_EQ(describePanels(scene).text, R"([
     {
         "autoResolution": true,
         "index": 7,
@@ -139,7 +139,7 @@ TEST(WebtablesJson, KeepsTheOrderOfTheScene) {
     for (const char16_t* name : {u"Webtable_3", u"_brw_x_1", u"Webtable_2"})
         scene.addMesh(name);
     std::vector<int> indices;
-    for (const auto& panel : nlohmann::json::parse(describe(scene).text))
+    for (const auto& panel : nlohmann::json::parse(describePanels(scene).text))
         indices.push_back(panel.at("index"));
     EXPECT_EQ(indices, (std::vector<int>{3, 1, 2}));
 }
@@ -147,7 +147,7 @@ TEST(WebtablesJson, KeepsTheOrderOfTheScene) {
 TEST(WebtablesJson, TellsOfAFlatPanel) {
     TestScene scene;
     scene.addMesh(u"Webtable_1", std::nullopt, 4, 0);
-    EXPECT_EQ(describe(scene).told, (std::vector<std::string>{"panel-flat Webtable_1"}));
+    EXPECT_EQ(describePanels(scene).told, (std::vector<std::string>{"panel-flat Webtable_1"}));
 }
 
 }  // namespace

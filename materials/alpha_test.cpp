@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <memory>
 #include <mutex>
-#include <system_error>
 
+#include "base/regular_file.h"
 #include "base/text.h"
 
 namespace velinor {
@@ -41,13 +41,6 @@ bool hasCount(VipsImage* histogram, int bins) {
     const auto present = static_cast<std::size_t>(std::min(bins, vips_image_get_width(histogram)));
     return std::any_of(bytes, bytes + present * VIPS_IMAGE_SIZEOF_ELEMENT(histogram),
                        [](std::uint8_t byte) { return byte != 0; });
-}
-
-bool isRegularFile(const std::filesystem::path& path) {
-    if (path.native().find(std::filesystem::path::value_type{}) != std::filesystem::path::string_type::npos)
-        return false;
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);  // opening a pipe would wait for its other end
 }
 
 // The first thing that the library complains of while this exists. Of a damaged image it warns row by row;

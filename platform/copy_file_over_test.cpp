@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string contentOf(const fs::path& file) {
+std::string firstLineOf(const fs::path& file) {
     std::string text;
     std::getline(std::ifstream(file), text);
     return text;
@@ -25,7 +25,7 @@ TEST(CopyFileOver, MakesAFileAndReplacesOne) {
     for (const char* text : {"one, the longer text", "two"}) {
         std::ofstream(folder.path() / "from") << text;
         copyFileOver(folder.path() / "from", to);
-        EXPECT_EQ(contentOf(to), text);
+        EXPECT_EQ(firstLineOf(to), text);
     }
 }
 

@@ -8,7 +8,7 @@
 namespace velinor {
 namespace {
 
-using End = IsolatedRun::End;
+using RunEnd = IsolatedRun::End;
 
 IsolatedRun run(const std::function<void(const SendMessage&)>& work) {
     return runForked(work, [](std::string_view) {}, {});
@@ -20,7 +20,7 @@ TEST(RunForked, TellsTheSignalThatEndedTheWork) {
             std::signal(signal, SIG_DFL);
             std::raise(signal);
         });
-        EXPECT_EQ(result.end, End::crashed);
+        EXPECT_EQ(result.end, RunEnd::crashed);
         EXPECT_EQ(result.cause, "signal " + std::to_string(signal));
     }
 }
@@ -34,7 +34,7 @@ TEST(RunForked, GivesTheWorkACopyOfWhatItsCallerHas) {
             send(std::to_string(value));
         },
         [&](std::string_view message) { heard = message; }, {});
-    EXPECT_EQ(result.end, End::finished);
+    EXPECT_EQ(result.end, RunEnd::finished);
     EXPECT_EQ(heard, "2");
     EXPECT_EQ(value, 1);
 }

@@ -15,7 +15,7 @@
 namespace velinor {
 namespace {
 
-using End = IsolatedRun::End;
+using RunEnd = IsolatedRun::End;
 
 IsolatedRun run(const IsolatedWork& work, const IsolationLimits& limits = {}, std::string_view input = {}) {
     return runIsolated(
@@ -93,7 +93,7 @@ TEST(RunIsolated, HandsMessagesOverInOrder) {
     std::vector<std::string> messages;
     const IsolatedRun result =
         runIsolated(kSendSome, {}, [&](std::string_view message) { messages.emplace_back(message); }, {});
-    EXPECT_EQ(result.end, End::finished);
+    EXPECT_EQ(result.end, RunEnd::finished);
     EXPECT_EQ(messages,
               (std::vector<std::string>{"first", "", std::string(3000000, 'x'), std::string("a\0b", 3)}));
 }
@@ -108,13 +108,13 @@ TEST(RunIsolated, HandsTheInputOver) {
 }
 
 TEST(RunIsolated, SharesNothingBack) {
-    EXPECT_EQ(run(kChangeValue).end, End::finished);
+    EXPECT_EQ(run(kChangeValue).end, RunEnd::finished);
     EXPECT_EQ(sharedValue, 1);
 }
 
 TEST(RunIsolated, SurvivesAMemoryError) {
     const IsolatedRun result = run(kWriteNowhere);
-    EXPECT_EQ(result.end, End::crashed);
+    EXPECT_EQ(result.end, RunEnd::crashed);
 #ifdef _WIN32
     EXPECT_EQ(result.cause, "exception 0xC0000005");
 #elif !defined(__SANITIZE_ADDRESS__)  // which has a handler of its own for it
@@ -124,7 +124,7 @@ TEST(RunIsolated, SurvivesAMemoryError) {
 
 TEST(RunIsolated, SurvivesAnAbort) {
     const IsolatedRun result = run(kAbort);
-    EXPECT_EQ(result.end, End::crashed);
+    EXPECT_EQ(result.end, RunEnd::crashed);
 #ifdef _WIN32
     EXPECT_EQ(result.cause, "exit status 3");
 #else
@@ -133,12 +133,12 @@ TEST(RunIsolated, SurvivesAnAbort) {
 }
 
 TEST(RunIsolated, EndsWhatUsesUpItsTime) {
-    EXPECT_EQ(run(kSpin, {.processorSeconds = 1}).end, End::timeLimit);
+    EXPECT_EQ(run(kSpin, {.processorSeconds = 1}).end, RunEnd::timeLimit);
 }
 
 #ifndef __SANITIZE_ADDRESS__  // no limit of address space there
 TEST(RunIsolated, EndsWhatAsksForTooMuchMemory) {
-    EXPECT_EQ(run(kTakeAtOnce, {.memoryBytes = std::uint64_t{1} << 30U}).end, End::memoryLimit);
+    EXPECT_EQ(run(kTakeAtOnce, {.memoryBytes = std::uint64_t{1} << 30U}).end, RunEnd::memoryLimit);
 }
 
 TEST(RunIsolated, EndsWhatTakesTooMuchMemoryBitByBit) {
@@ -146,19 +146,19 @@ TEST(RunIsolated, EndsWhatTakesTooMuchMemoryBitByBit) {
     const IsolatedRun result =
         runIsolated(kTakeInPieces, {}, [&](std::string_view message) { taken = message; },
                     {.memoryBytes = std::uint64_t{600} << 20U});
-    EXPECT_EQ(result.end, End::memoryLimit);
+    EXPECT_EQ(result.end, RunEnd::memoryLimit);
     EXPECT_GE(std::stoi(taken), 300);
     EXPECT_LE(std::stoi(taken), 700);
 }
 #endif
 
 TEST(RunIsolated, CountsTheLackOfMemoryAsItsLimit) {
-    EXPECT_EQ(run(kThrowBadAlloc).end, End::memoryLimit);
+    EXPECT_EQ(run(kThrowBadAlloc).end, RunEnd::memoryLimit);
 }
 
 TEST(RunIsolated, CountsAnExceptionThatLeavesTheWorkAsACrash) {
     const IsolatedRun result = run(kThrow);
-    EXPECT_EQ(result.end, End::crashed);
+    EXPECT_EQ(result.end, RunEnd::crashed);
     EXPECT_EQ(result.cause, "");
 }
 
@@ -180,8 +180,8 @@ TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
 
 TEST(RunIsolated, WorkThatComesFurtherHasItsTimeCountedAnew) {
     const IsolationLimits limits{.processorSeconds = 2};
-    EXPECT_EQ(run(kBurnInSteps, limits).end, End::finished);
-    EXPECT_EQ(run(kRenewAndHang, limits).end, End::timeLimit);
+    EXPECT_EQ(run(kBurnInSteps, limits).end, RunEnd::finished);
+    EXPECT_EQ(run(kRenewAndHang, limits).end, RunEnd::timeLimit);
 }
 
 TEST(RunIsolated, AsksTheCallerWhileTheWorkIsSilent) {

@@ -8,14 +8,14 @@
 namespace velinor {
 namespace {
 
-struct NameCase {
+struct MatchedName {
     const char* name;
     bool isWebtable;
     bool isBrowserNode;
     bool isCameraBounds;
 };
 
-const NameCase kNames[] = {
+const MatchedName kMatchedNames[] = {
     {"Webtable_12", true, false, false},
     {"Webtable_0012", true, false, false},
     {"Webtable_", false, false, false},
@@ -45,7 +45,7 @@ const NameCase kNames[] = {
 
 TEST(NamePatterns, GiveNamesTheirMeaning) {
     const NamePatterns patterns;
-    for (const NameCase& c : kNames) {
+    for (const MatchedName& c : kMatchedNames) {
         EXPECT_EQ(patterns.webtablePattern.search(c.name), c.isWebtable) << '"' << c.name << '"';
         EXPECT_EQ(patterns.browserNodePattern.search(c.name), c.isBrowserNode) << '"' << c.name << '"';
         EXPECT_EQ(patterns.cameraBoundsPattern.search(c.name), c.isCameraBounds) << '"' << c.name << '"';

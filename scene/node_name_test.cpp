@@ -10,13 +10,13 @@
 namespace velinor {
 namespace {
 
-struct NameCase {
+struct ParsedName {
     const char* why;
     std::string input;
     NodeNameParts expected;
 };
 
-const NameCase kNames[] = {
+const ParsedName kParsedNames[] = {
     {"no list", "Chair", {"Chair", {}, {}, {}}},
     {"empty", "", {"", {}, {}, {}}},
     {"two pairs",
@@ -59,7 +59,7 @@ const NameCase kNames[] = {
 };
 
 TEST(NodeName, FollowsItsGrammar) {
-    for (const NameCase& c : kNames)
+    for (const ParsedName& c : kParsedNames)
         EXPECT_EQ(parseNodeName(c.input), c.expected) << c.why << ": " << c.input;
 }
 

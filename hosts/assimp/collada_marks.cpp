@@ -9,7 +9,7 @@
 namespace velinor {
 namespace {
 
-constexpr std::size_t kLongestMark = 64;
+constexpr std::size_t kLongestColladaMark = 64;
 
 bool isZero(std::string_view rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n"), rest.size()));
@@ -22,7 +22,7 @@ bool isZero(std::string_view rest) {
 
 ColladaMarks readColladaMarks(std::istream& file) {
     ColladaMarks marks;
-    readInPieces(file, kLongestMark, [&marks](std::string_view bytes, std::size_t end) {
+    readInPieces(file, kLongestColladaMark, [&marks](std::string_view bytes, std::size_t end) {
         marks.hasUserProperties = marks.hasUserProperties || bytes.find("<user_properties>") < end;
         marks.hiddenNodes += countMarks(bytes, end, "<visibility>", isZero);
     });

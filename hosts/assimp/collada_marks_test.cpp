@@ -8,19 +8,20 @@
 namespace velinor {
 namespace {
 
-ColladaMarks marksIn(const std::string& text) {
+ColladaMarks colladaMarksIn(const std::string& text) {
     std::istringstream stream(text);
     return readColladaMarks(stream);
 }
 
 TEST(ColladaMarks, TellUserPropertiesAndHiddenNodes) {
-    EXPECT_EQ(marksIn(""), ColladaMarks());
-    EXPECT_EQ(marksIn("<visibility>1.000000</visibility><visibility> 0.5</visibility>"), ColladaMarks());
-    EXPECT_EQ(marksIn("<visibility>0.000000</visibility>\n<visibility>\n0</visibility><visibility>"),
+    EXPECT_EQ(colladaMarksIn(""), ColladaMarks());
+    EXPECT_EQ(colladaMarksIn("<visibility>1.000000</visibility><visibility> 0.5</visibility>"),
+              ColladaMarks());
+    EXPECT_EQ(colladaMarksIn("<visibility>0.000000</visibility>\n<visibility>\n0</visibility><visibility>"),
               (ColladaMarks{false, 2}));
-    EXPECT_EQ(
-        marksIn("<technique profile=\"OpenCOLLADA\"><user_properties>a = 1</user_properties></technique>"),
-        (ColladaMarks{true, 0}));
+    EXPECT_EQ(colladaMarksIn(
+                  "<technique profile=\"OpenCOLLADA\"><user_properties>a = 1</user_properties></technique>"),
+              (ColladaMarks{true, 0}));
 }
 
 TEST(ColladaMarks, AreCountedOnceWhereverTheyLie) {
@@ -28,7 +29,7 @@ TEST(ColladaMarks, AreCountedOnceWhereverTheyLie) {
     for (const std::size_t before : {kPiece - 70, kPiece - 64, kPiece - 5, kPiece}) {
         const std::string text =
             std::string(before, ' ') + "<visibility>0</visibility>" + std::string(kPiece, ' ');
-        EXPECT_EQ(marksIn(text), (ColladaMarks{false, 1})) << before;
+        EXPECT_EQ(colladaMarksIn(text), (ColladaMarks{false, 1})) << before;
     }
 }
 

@@ -21,7 +21,7 @@ namespace {
 using namespace std::string_view_literals;
 
 // No mark with what belongs to it is longer.
-constexpr std::size_t kLongestMark = 256;
+constexpr std::size_t kLongestFbxMark = 256;
 
 constexpr std::string_view kTextCurve = "\"AnimCurve::"sv;
 constexpr std::string_view kBinaryCurve = "\0\1AnimCurveS"sv;
@@ -78,7 +78,7 @@ void addMarks(std::string_view bytes, std::size_t end, FbxMarks& marks) {
 
 FbxMarks readFbxMarks(std::istream& file) {
     FbxMarks marks;
-    readInPieces(file, kLongestMark,
+    readInPieces(file, kLongestFbxMark,
                  [&marks](std::string_view bytes, std::size_t end) { addMarks(bytes, end, marks); });
     return marks;
 }

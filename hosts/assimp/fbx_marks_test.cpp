@@ -11,7 +11,7 @@
 namespace velinor {
 namespace {
 
-FbxMarks marksIn(const std::string& bytes) {
+FbxMarks fbxMarksIn(const std::string& bytes) {
     std::istringstream stream(bytes);
     return readFbxMarks(stream);
 }
@@ -31,49 +31,49 @@ std::string visibility(double value) {
 }
 
 TEST(FbxMarks, AreFoundInText) {
-    EXPECT_EQ(marksIn("Model: 1, \"Model::AnimCurve\", \"Mesh\" {\n\tP: \"Visibility\", \"Visibility\", "
-                      "\"\", \"A\",1\n}"),
+    EXPECT_EQ(fbxMarksIn("Model: 1, \"Model::AnimCurve\", \"Mesh\" {\n\tP: \"Visibility\", \"Visibility\", "
+                         "\"\", \"A\",1\n}"),
               FbxMarks());
-    EXPECT_TRUE(marksIn("\tAnimationCurve: 7, \"AnimCurve::\", \"\" {").hasAnimation);
-    EXPECT_FALSE(marksIn("\tAnimationCurveNode: 7, \"AnimCurveNode::T\", \"\" {").hasAnimation);
-    EXPECT_TRUE(marksIn("\tDeformer: 7, \"SubDeformer::\", \"Cluster\" {").hasSkin);
-    EXPECT_EQ(marksIn("\tCollectionExclusive: 7, \"DisplayLayer::a\", \"DisplayLayer\" {\n"
-                      "\tCollectionExclusive: 8, \"DisplayLayer::b\", \"DisplayLayer\" {\n")
+    EXPECT_TRUE(fbxMarksIn("\tAnimationCurve: 7, \"AnimCurve::\", \"\" {").hasAnimation);
+    EXPECT_FALSE(fbxMarksIn("\tAnimationCurveNode: 7, \"AnimCurveNode::T\", \"\" {").hasAnimation);
+    EXPECT_TRUE(fbxMarksIn("\tDeformer: 7, \"SubDeformer::\", \"Cluster\" {").hasSkin);
+    EXPECT_EQ(fbxMarksIn("\tCollectionExclusive: 7, \"DisplayLayer::a\", \"DisplayLayer\" {\n"
+                         "\tCollectionExclusive: 8, \"DisplayLayer::b\", \"DisplayLayer\" {\n")
                   .displayLayers,
               2U);
-    EXPECT_EQ(marksIn("\tP: \"Visibility\", \"Visibility\", \"\", \"A\",0\n"
-                      "\tP: \"Visibility\", \"Visibility\", \"\", \"A\",0.5\r\n"
-                      "\tP: \"Visibility\", \"Visibility\", \"\", \"A+\", 0.0\r\n\tP: \"Other\", \"int\", "
-                      "\"\", \"\",0\n")
+    EXPECT_EQ(fbxMarksIn("\tP: \"Visibility\", \"Visibility\", \"\", \"A\",0\n"
+                         "\tP: \"Visibility\", \"Visibility\", \"\", \"A\",0.5\r\n"
+                         "\tP: \"Visibility\", \"Visibility\", \"\", \"A+\", 0.0\r\n\tP: \"Other\", \"int\", "
+                         "\"\", \"\",0\n")
                   .hiddenNodes,
               2U);
 }
 
 TEST(FbxMarks, AreFoundInBinary) {
-    EXPECT_TRUE(marksIn(object("", "AnimCurve", "")).hasAnimation);
-    EXPECT_FALSE(marksIn(object("T", "AnimCurveNode", "")).hasAnimation);
-    EXPECT_TRUE(marksIn(object("c", "SubDeformer", "Cluster")).hasSkin);
-    EXPECT_FALSE(marksIn(object("c", "SubDeformer", "BlendShapeChannel")).hasSkin);
+    EXPECT_TRUE(fbxMarksIn(object("", "AnimCurve", "")).hasAnimation);
+    EXPECT_FALSE(fbxMarksIn(object("T", "AnimCurveNode", "")).hasAnimation);
+    EXPECT_TRUE(fbxMarksIn(object("c", "SubDeformer", "Cluster")).hasSkin);
+    EXPECT_FALSE(fbxMarksIn(object("c", "SubDeformer", "BlendShapeChannel")).hasSkin);
     EXPECT_EQ(
-        marksIn(object("a", "DisplayLayer", "DisplayLayer") + object("b", "DisplayLayer", "DisplayLayer"))
+        fbxMarksIn(object("a", "DisplayLayer", "DisplayLayer") + object("b", "DisplayLayer", "DisplayLayer"))
             .displayLayers,
         2U);
-    EXPECT_EQ(marksIn(visibility(0) + visibility(1) + visibility(0)).hiddenNodes, 2U);
+    EXPECT_EQ(fbxMarksIn(visibility(0) + visibility(1) + visibility(0)).hiddenNodes, 2U);
 }
 
 TEST(FbxMarks, ACutFileHasWhatIsWhole) {
     const std::string whole = visibility(0);
     for (std::size_t size = 0; size < whole.size(); ++size)
-        EXPECT_EQ(marksIn(whole.substr(0, size)), FbxMarks()) << size;
+        EXPECT_EQ(fbxMarksIn(whole.substr(0, size)), FbxMarks()) << size;
     const std::string line = "P: \"Visibility\", \"Visibility\", \"";
-    EXPECT_EQ(marksIn(line), FbxMarks());
+    EXPECT_EQ(fbxMarksIn(line), FbxMarks());
 }
 
 TEST(FbxMarks, AreCountedOnceWhereverTheyLie) {
     constexpr std::size_t kPiece = std::size_t{1} << 20U;
     for (const std::size_t before :
          {kPiece - 300, kPiece - 256, kPiece - 40, kPiece - 1, kPiece, 2 * kPiece - 260}) {
-        EXPECT_EQ(marksIn(std::string(before, 'x') + visibility(0) + std::string(kPiece, 'x')).hiddenNodes,
+        EXPECT_EQ(fbxMarksIn(std::string(before, 'x') + visibility(0) + std::string(kPiece, 'x')).hiddenNodes,
                   1U)
             << before;
     }

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "base/normal_path.h"
+#include "base/regular_file.h"
 #include "base/text.h"
 #include "hosts/import/import_text.h"
 
@@ -54,11 +55,6 @@ fs::path portablePath(std::u16string_view name) {
     std::u16string path(name);
     std::ranges::replace(path, u'\\', u'/');
     return toPath(path);
-}
-
-bool isRegularFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
 }
 
 // Without "." and "..", where that still names a file: behind a link it may not.

@@ -1,13 +1,9 @@
 #include "hosts/snapshot/document_builder.h"
 
 #include "hosts/snapshot/scene_error.h"
+#include "hosts/snapshot/snapshot_names.h"
 
 namespace velinor {
-namespace {
-
-constexpr std::string_view kExtras = "extras";
-
-}  // namespace
 
 // Decides where a part that begins now belongs. False where it is passed over.
 bool DocumentBuilder::takesValue() {
@@ -104,11 +100,11 @@ void DocumentBuilder::name(std::string_view name) {
         tape_.setPrefix(memberPointer_);
         isSplit_ = consumer_.beginMember(name, tape_);
         level_ = Level::memberValue;
-        if (name != kExtras) return;
+        if (name != kExtrasName) return;
         resumed_ = Level::members;
     } else {
         tape_.addName(name);
-        if (name != kExtras) return;
+        if (name != kExtrasName) return;
         tape_.addNull();
         resumed_ = level_;
     }
@@ -118,7 +114,7 @@ void DocumentBuilder::name(std::string_view name) {
 std::string DocumentBuilder::pointer() const {
     std::string pointer = tape_.nextPointer();
     if (level_ == Level::elements) pointer += '/' + std::to_string(index_);
-    if (level_ == Level::skipped && resumed_ == Level::value) pointer += pointerStep(kExtras);
+    if (level_ == Level::skipped && resumed_ == Level::value) pointer += pointerStep(kExtrasName);
     return pointer;
 }
 

@@ -31,22 +31,23 @@ std::string str(const std::string& text) {
 }
 
 // {"format": …, "version": 1, "nodes": [], "roots": [], NAME: VALUE} as an object of open length.
-std::string document(const std::string& name, const std::string& value, bool hasNodes = true) {
+std::string cborDocument(const std::string& name, const std::string& value, bool hasNodes = true) {
     std::string text = bytes("BF") + str("format") + str("tolvex-scene") + str("version") + bytes("01");
     if (hasNodes) text += str("nodes") + bytes("80") + str("roots") + bytes("80");
     return text + str(name) + value + bytes("FF");
 }
 
-std::string withMesh(const std::string& vertices, const std::string& faces, const std::string& more = {}) {
-    return document("meshes",
-                    bytes("81 BF") + str("vertices") + vertices + str("faces") + faces + more + bytes("FF"));
+std::string cborWithMesh(const std::string& vertices, const std::string& faces,
+                         const std::string& more = {}) {
+    return cborDocument(
+        "meshes", bytes("81 BF") + str("vertices") + vertices + str("faces") + faces + more + bytes("FF"));
 }
 
 SceneSnapshot readCbor(const std::string& text) {
     return readSnapshot(text, SnapshotEncoding::cbor, "s.cbor");
 }
 
-std::string errorOf(const std::string& text) {
+std::string cborErrorOf(const std::string& text) {
     try {
         readCbor(text);
     } catch (const SceneError& error) {
@@ -75,7 +76,7 @@ TEST(ReadCbor, TakesIntegersOfEveryWidth) {
         {"FB4024000000000000", 10},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(readCbor(document("animationStart", bytes(c.hex))).animationStart, c.value) << c.hex;
+        EXPECT_EQ(readCbor(cborDocument("animationStart", bytes(c.hex))).animationStart, c.value) << c.hex;
     }
 }
 
@@ -95,12 +96,13 @@ TEST(ReadCbor, TakesFloatsOfEveryWidth) {
     };
     for (const auto& c : cases) {
         const std::string text =
-            document("materials", bytes("81 A3") + str("class") + str("C") + str("name") + str("N") +
-                                      str("opacity") + bytes(c.hex));
+            cborDocument("materials", bytes("81 A3") + str("class") + str("C") + str("name") + str("N") +
+                                          str("opacity") + bytes(c.hex));
         EXPECT_EQ(readCbor(text).materials.at(0).opacity, c.value) << c.hex;
     }
-    const std::string text = document("materials", bytes("81 A3") + str("class") + str("C") + str("name") +
-                                                       str("N") + str("opacity") + bytes("F97E00"));
+    const std::string text =
+        cborDocument("materials", bytes("81 A3") + str("class") + str("C") + str("name") + str("N") +
+                                      str("opacity") + bytes("F97E00"));
     EXPECT_TRUE(std::isnan(readCbor(text).materials.at(0).opacity));
 }
 
@@ -115,16 +117,17 @@ TEST(ReadCbor, TakesTypedArraysOfEachKind) {
     const std::string openList = bytes("9F 00 01 02 FF");
     const std::string wideHead = bytes("DA00000055 5B000000000000000C 00000000 0000803F 00000040");
     for (const auto& points : {floats, uints, sints, chunks, list, openList, wideHead}) {
-        EXPECT_EQ(readCbor(withMesh(points, bytes("83 00 00 00"))).meshes.at(0).vertices, vertices);
+        EXPECT_EQ(readCbor(cborWithMesh(points, bytes("83 00 00 00"))).meshes.at(0).vertices, vertices);
     }
     for (const auto& hex : {"D855 4C 000000000000000000000000", "D846 4C 000000000000000000000000",
                             "D84E 4C 000000000000000000000000"}) {
-        EXPECT_EQ(readCbor(withMesh(floats, bytes(hex))).meshes.at(0).faces, faces) << hex;
+        EXPECT_EQ(readCbor(cborWithMesh(floats, bytes(hex))).meshes.at(0).faces, faces) << hex;
     }
 }
 
 TEST(ReadCbor, TakesStringsInChunksAndTheSelfDescribingTag) {
-    const std::string text = bytes("D9D9F7") + document("assetFolders", bytes("81 7F 61 61 62 6262 60 FF"));
+    const std::string text =
+        bytes("D9D9F7") + cborDocument("assetFolders", bytes("81 7F 61 61 62 6262 60 FF"));
     EXPECT_EQ(readCbor(text).assetFolders, std::vector<std::u16string>{u"abb"});
     const std::string name = bytes("BF 7F") + str("form") + str("at") + bytes("FF") + str("tolvex-scene");
     const std::string rest =
@@ -136,40 +139,40 @@ TEST(ReadCbor, PassesOverExtrasOfAnyKind) {
     for (const auto& hex :
          {"F7", "E0", "F8FF", "C100", "D4F6", "D855 41 00", "40", "5F 41 00 FF", "7F FF", "61 FF", "A1 01 02",
           "A1 80 A0", "BF A1 00 00 9F FF FF", "82 C2 41 01 D9D9F7 00", "FB7FF0000000000000"}) {
-        EXPECT_EQ(errorOf(document("extras", bytes(hex))), "no error") << hex;
+        EXPECT_EQ(cborErrorOf(cborDocument("extras", bytes(hex))), "no error") << hex;
     }
 }
 
-struct ErrorCase {
+struct CborErrorCase {
     const char* name;
     std::string text;
     std::string error;
 };
 
-void expectErrors(std::initializer_list<ErrorCase> cases) {
-    for (const ErrorCase& c : cases)
-        EXPECT_EQ(errorOf(c.text), c.error) << c.name;
+void expectCborErrors(std::initializer_list<CborErrorCase> cases) {
+    for (const CborErrorCase& c : cases)
+        EXPECT_EQ(cborErrorOf(c.text), c.error) << c.name;
 }
 
 TEST(ReadCbor, TellsErrors) {
-    const std::string valid = document("animationStart", bytes("01"));
+    const std::string valid = cborDocument("animationStart", bytes("01"));
     const std::string other =
         "s.cbor: this is not a scene snapshot: neither JSON nor CBOR with an object on top";
-    expectErrors({
+    expectCborErrors({
         {"empty", "", "s.cbor: the file is empty"},
         {"picture", "\x89PNG\r\n", other},
         {"text", "hello", other},
         {"tag alone", bytes("D9D9F7"), other},
         {"cut off", valid.substr(0, 30), "s.cbor: offset 30: the document is cut off here (30 bytes)"},
-        {"cut off after a name", document("nodes", "", false).substr(0, 36),
+        {"cut off after a name", cborDocument("nodes", "", false).substr(0, 36),
          "s.cbor: /nodes: offset 36: the document is cut off here (36 bytes)"},
-        {"string longer than the file", document("assetFolders", bytes("81 7BFFFFFFFFFFFFFFFF")),
+        {"string longer than the file", cborDocument("assetFolders", bytes("81 7BFFFFFFFFFFFFFFFF")),
          "s.cbor: /assetFolders/0: offset 58: the document is cut off here (68 bytes)"},
-        {"list longer than the file", document("assetFolders", bytes("9BFFFFFFFFFFFFFFFF")),
+        {"list longer than the file", cborDocument("assetFolders", bytes("9BFFFFFFFFFFFFFFFF")),
          "s.cbor: /assetFolders/0: offset 66: not CBOR: a stop code where an item is expected"},
         {"map longer than the file", bytes("BBFFFFFFFFFFFFFFFF"),
          "s.cbor: offset 9: the document is cut off here (9 bytes)"},
-        {"reserved head", document("animationStart", bytes("1C")),
+        {"reserved head", cborDocument("animationStart", bytes("1C")),
          "s.cbor: /animationStart: offset 59: not CBOR"},
         {"trailing bytes", valid + '\0',
          "s.cbor: offset 61: the document ends here, but further bytes follow"},
@@ -177,35 +180,35 @@ TEST(ReadCbor, TellsErrors) {
         {"tag as name", bytes("A1 D855 40 02"),
          "s.cbor: offset 1: a tag where the name of a member is expected"},
         {"name not UTF-8", bytes("A1 61 FF 02"), "s.cbor: offset 1: the name of a member is not valid UTF-8"},
-        {"string not UTF-8", document("assetFolders", bytes("82 60 61 FF")),
+        {"string not UTF-8", cborDocument("assetFolders", bytes("82 60 61 FF")),
          "s.cbor: /assetFolders/1: the string is not valid UTF-8"},
-        {"stop after a name", document("animationStart", ""),
+        {"stop after a name", cborDocument("animationStart", ""),
          "s.cbor: /animationStart: offset 59: not CBOR: a stop code where an item is expected"},
-        {"chunk of another kind", document("assetFolders", bytes("81 7F 41 00 FF")),
+        {"chunk of another kind", cborDocument("assetFolders", bytes("81 7F 41 00 FF")),
          "s.cbor: /assetFolders/0: offset 59: not CBOR: a string in chunks holds something else"},
-        {"undefined", document("animationStart", bytes("F7")),
+        {"undefined", cborDocument("animationStart", bytes("F7")),
          "s.cbor: /animationStart: offset 59: bytes and simple values have no meaning here"},
-        {"bytes", document("animationStart", bytes("4100")),
+        {"bytes", cborDocument("animationStart", bytes("4100")),
          "s.cbor: /animationStart: offset 59: bytes and simple values have no meaning here"},
-        {"tag", document("animationStart", bytes("C101")),
+        {"tag", cborDocument("animationStart", bytes("C101")),
          "s.cbor: /animationStart: offset 59: tag 1 is not expected"},
-        {"tag of no bytes", document("animationStart", bytes("D85501")),
+        {"tag of no bytes", cborDocument("animationStart", bytes("D85501")),
          "s.cbor: /animationStart: offset 61: tag 85 without the bytes of a typed array"},
-        {"typed array elsewhere", document("animationStart", bytes("D85540")),
+        {"typed array elsewhere", cborDocument("animationStart", bytes("D85540")),
          "s.cbor: /animationStart: a typed array where a number is expected"},
-        {"typed array of references", document("assetFolders", bytes("D84640")),
+        {"typed array of references", cborDocument("assetFolders", bytes("D84640")),
          "s.cbor: /assetFolders: a typed array where a list is expected"},
-        {"typed array cut", withMesh(bytes("D855 43 000000"), bytes("80")),
+        {"typed array cut", cborWithMesh(bytes("D855 43 000000"), bytes("80")),
          "s.cbor: /meshes/0/vertices: offset 64: a typed array of 3 bytes, where 4 a number are expected"},
-        {"typed array of half a vertex", withMesh(bytes("D855 44 00000000"), bytes("80")),
+        {"typed array of half a vertex", cborWithMesh(bytes("D855 44 00000000"), bytes("80")),
          "s.cbor: /meshes/0/vertices: 1 numbers, where 3 a vertex are expected"},
-        {"corner in a typed array", withMesh(bytes("80"), bytes("D846 4C 00000000 01000000 02000000")),
+        {"corner in a typed array", cborWithMesh(bytes("80"), bytes("D846 4C 00000000 01000000 02000000")),
          "s.cbor: /meshes/0/faces/0: vertex 0 does not exist (0 vertices)"},
-        {"negative in a typed array", withMesh(bytes("80"), bytes("D84E 4C 00000000 00000000 FFFFFFFF")),
+        {"negative in a typed array", cborWithMesh(bytes("80"), bytes("D84E 4C 00000000 00000000 FFFFFFFF")),
          "s.cbor: /meshes/0/faces/2: -1 is out of range (0 to 4294967295)"},
-        {"not a number as an index", withMesh(bytes("80"), bytes("83 00 F97E00 00")),
+        {"not a number as an index", cborWithMesh(bytes("80"), bytes("83 00 F97E00 00")),
          "s.cbor: /meshes/0/faces/1: nan is out of range (0 to 4294967295)"},
-        {"huge integer", document("animationStart", bytes("1BFFFFFFFFFFFFFFFF")),
+        {"huge integer", cborDocument("animationStart", bytes("1BFFFFFFFFFFFFFFFF")),
          "s.cbor: /animationStart: 18446744073709551616 is out of range (-2147483648 to 2147483647)"},
     });
 }

@@ -21,11 +21,9 @@ class SnapshotHostMap final : public host::Texmap {
     const SnapshotHostMaterials& owner_;
 };
 
-namespace {
-
-class TextureMap final : public host::IGameTextureMap {
+class SnapshotHostTextureMap final : public host::IGameTextureMap {
   public:
-    TextureMap(int slot, host::Texmap* map) : slot_(slot), map_(map) {}
+    SnapshotHostTextureMap(int slot, host::Texmap* map) : slot_(slot), map_(map) {}
 
     int GetStdMapSlot() const override { return slot_; }
     host::Texmap* GetMaxTexmap() const override { return map_; }
@@ -34,6 +32,8 @@ class TextureMap final : public host::IGameTextureMap {
     int slot_;
     host::Texmap* map_;
 };
+
+namespace {
 
 HostPropertyValue specularOf(const SnapshotMaterial& material) {
     if (const auto* number = std::get_if<float>(&material.specular)) return *number;
@@ -103,7 +103,7 @@ class SnapshotHostMaterial final : public host::IGameMaterial {
     SnapshotHostProperty glossiness_;
     SnapshotHostProperty specular_;
     SnapshotHostProperties properties_;
-    std::vector<TextureMap> textureMaps_;
+    std::vector<SnapshotHostTextureMap> textureMaps_;
 };
 
 SnapshotHostMaterials::SnapshotHostMaterials(const SceneSnapshot& scene) {

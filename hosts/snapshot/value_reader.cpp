@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "hosts/snapshot/nearest_name.h"
+#include "hosts/snapshot/snapshot_names.h"
 
 namespace velinor {
 namespace {
@@ -15,8 +16,6 @@ static_assert(std::endian::native == std::endian::little,
               "typed arrays are little-endian and copied as they stand");
 static_assert(sizeof(host::Point3) == 12 && sizeof(FaceIndices) == 12,
               "typed arrays are copied as they stand");
-
-constexpr std::string_view kExtras = "extras";
 
 std::string_view kindName(ValueKind kind) {
     switch (kind) {
@@ -142,7 +141,7 @@ Members::Members(const Value& object, std::span<const std::string_view> known)
     requireKind(object, ValueKind::object);
     bool hasExtras = false;
     object.forEachMember([&](std::string_view name, const Value& value) {
-        if (name == kExtras) {
+        if (name == kExtrasName) {
             if (hasExtras) value.fail("the member is there twice");
             hasExtras = true;
             return;

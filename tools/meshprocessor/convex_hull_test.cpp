@@ -11,9 +11,6 @@
 namespace velinor {
 namespace {
 
-// What the rounding of the hull library leaves.
-constexpr double kRounding = 3e-4;
-
 Faces hullOf(const std::vector<Point>& points) {
     std::vector<std::uint32_t> all(points.size());
     std::iota(all.begin(), all.end(), 0U);
@@ -51,10 +48,10 @@ TEST(ConvexHull, OfRandomPointsIsConvexClosedAndAroundThem) {
         const Faces hull = hullOf(points);
         EXPECT_TRUE(isClosed(hull));
         EXPECT_GT(signedVolume(points, hull), 0);
-        EXPECT_LT(unevenness(points, hull), kRounding);
+        EXPECT_LT(unevenness(points, hull), kHullRounding);
         const Surface surface(points, hull);
         for (const Point& point : points)
-            EXPECT_TRUE(surface.contains(point) || surface.distance(point) < kRounding);
+            EXPECT_TRUE(surface.contains(point) || surface.distance(point) < kHullRounding);
     }
 }
 

@@ -12,11 +12,9 @@
 namespace velinor {
 namespace {
 
-constexpr double kRounding = 3e-4;
-
 void expectConvexParts(const TriangleMesh& unit, const std::vector<Faces>& parts) {
     for (const Faces& part : parts) {
-        EXPECT_LT(unevenness(unit.points, part), kRounding);
+        EXPECT_LT(unevenness(unit.points, part), kHullRounding);
         EXPECT_GE(signedVolume(unit.points, part), 0);
         EXPECT_TRUE(isClosed(part));
     }

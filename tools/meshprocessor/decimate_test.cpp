@@ -11,7 +11,7 @@
 namespace velinor {
 namespace {
 
-constexpr double kRounding = 1e-5;
+constexpr double kDeviationRounding = 1e-5;
 
 Decimation decimated(const TriangleMesh& unit, const DecimationLimits& limits) {
     DeviationMeter meter(unit);
@@ -24,9 +24,9 @@ TEST(Decimate, KeepsTheTolerance) {
     for (const double tolerance : {0.001, 0.01, 0.05, 0.2}) {
         const Decimation result = decimated(unit, {0, 0, tolerance});
         EXPECT_LT(result.faces.size(), before) << tolerance;
-        EXPECT_LE(farthestPoint(unit, result.faces), tolerance + kRounding) << tolerance;
-        EXPECT_LE(farthestPoint(unit, result.faces), result.deviation + kRounding) << tolerance;
-        EXPECT_LE(result.deviation, tolerance + kRounding) << tolerance;
+        EXPECT_LE(farthestPoint(unit, result.faces), tolerance + kDeviationRounding) << tolerance;
+        EXPECT_LE(farthestPoint(unit, result.faces), result.deviation + kDeviationRounding) << tolerance;
+        EXPECT_LE(result.deviation, tolerance + kDeviationRounding) << tolerance;
         before = result.faces.size();
     }
 }
@@ -72,7 +72,7 @@ TEST(Decimate, KeepsTheToleranceOfRandomMeshes) {
         const TriangleMesh unit = toUnitMesh(mesh);
         const double tolerance = 0.1 * double{number()};
         const Decimation result = decimated(unit, {4, 4, tolerance});
-        EXPECT_LE(farthestPoint(unit, result.faces), tolerance + kRounding);
+        EXPECT_LE(farthestPoint(unit, result.faces), tolerance + kDeviationRounding);
         EXPECT_GE(result.faces.size(), 4U);
         for (const Face& face : result.faces) {
             for (const std::uint32_t corner : face)

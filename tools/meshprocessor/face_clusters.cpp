@@ -8,15 +8,12 @@
 #include <utility>
 
 #include "tools/meshprocessor/face_sides.h"
+#include "tools/meshprocessor/point_vector.h"
 
 namespace velinor {
 namespace {
 
 using Box = Eigen::AlignedBox3f;
-
-Eigen::Vector3f vectorOf(const Point& point) {
-    return {point[0], point[1], point[2]};
-}
 
 Box boxOf(const TriangleMesh& mesh, const Faces& faces) {
     Box box;

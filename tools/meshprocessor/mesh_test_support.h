@@ -13,6 +13,9 @@
 
 namespace velinor {
 
+// What the rounding of the hull library leaves.
+inline constexpr double kHullRounding = 3e-4;
+
 // A box between two corners, twelve faces that look outward.
 inline TriangleMesh boxMesh(Point low = {-0.5F, -0.5F, -0.5F}, Point high = {0.5F, 0.5F, 0.5F}) {
     TriangleMesh mesh;

@@ -5,15 +5,13 @@
 #include <limits>
 #include <unsupported/Eigen/BVH>
 
+#include "tools/meshprocessor/point_vector.h"
+
 namespace velinor {
 namespace {
 
 using Vector = Eigen::Vector3f;
 using Box = Eigen::AlignedBox3f;
-
-Vector vectorOf(const Point& point) {
-    return {point[0], point[1], point[2]};
-}
 
 struct Triangle {
     Vector a, b, c;

@@ -10,6 +10,9 @@
 
 namespace velinor {
 
+// Before the names of what lies there, as findings tell them.
+inline constexpr const char* kResources = "resources/";
+
 struct Finding {
     std::string file;  // in the package: "resources/Chair.mesh"
     std::string text;  // what is wrong there

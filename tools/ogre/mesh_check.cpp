@@ -14,8 +14,6 @@
 namespace velinor {
 namespace {
 
-constexpr const char* kResources = "resources/";
-
 MeshSummary summaryOf(const MeshBinary& mesh) {
     MeshSummary summary;
     summary.vertices = mesh.vertexCount;

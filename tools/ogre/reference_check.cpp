@@ -66,7 +66,7 @@ void checkMaterials(const PackageFiles& package, const ScriptContent& scripts, C
     for (const auto& [name, mesh] : report.meshes) {
         for (const SubmeshSummary& submesh : mesh.submeshes) {
             if (submesh.material.empty() || scripts.materials.contains(submesh.material)) continue;
-            checkMaterial(package, "resources/" + name, submesh.material, report);
+            checkMaterial(package, kResources + name, submesh.material, report);
         }
     }
 }

@@ -14,8 +14,6 @@
 namespace velinor {
 namespace {
 
-constexpr const char* kResources = "resources/";
-
 // Parses scripts with OGRE and says what is in them: "material", name; "texture", unit, file name, "cube" or
 // "flat"; "fault", text.
 class OgreScriptReader {

@@ -14,7 +14,6 @@
 namespace velinor {
 namespace {
 
-constexpr const char* kResources = "resources/";
 constexpr std::string_view kCubeFaces = "6";
 
 std::string endingOf(const std::string& name) {

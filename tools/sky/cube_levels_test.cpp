@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
+
+#include "tools/sky/colour_test_support.h"
 
 namespace velinor {
 namespace {
@@ -12,10 +12,6 @@ namespace {
 // Light that differs in every direction.
 Rgb towardsAxes(const Direction& direction) {
     return {0.5 + 0.5 * direction.x, 0.5 + 0.5 * direction.y, 0.5 + 0.5 * direction.z};
-}
-
-double distance(const Rgb& a, const Rgb& b) {
-    return std::max({std::abs(a[0] - b[0]), std::abs(a[1] - b[1]), std::abs(a[2] - b[2])});
 }
 
 TEST(CubeLevels, HalveDownToOneTexel) {
@@ -32,7 +28,7 @@ TEST(CubeLevels, ShowTheColourOfEachDirection) {
             for (const int column : {0, 20, 31}) {
                 const Direction direction =
                     normalised(directionAt({face, levels[0].centre(column), levels[0].centre(row)}));
-                EXPECT_LT(distance(levels[0].at(face, column, row), towardsAxes(direction)), 1e-3);
+                EXPECT_LT(colourDistance(levels[0].at(face, column, row), towardsAxes(direction)), 1e-3);
                 EXPECT_EQ(&levels[0].towards(direction), &levels[0].at(face, column, row));
             }
         }
@@ -42,7 +38,7 @@ TEST(CubeLevels, ShowTheColourOfEachDirection) {
 TEST(CubeLevels, KeepOneColourAsItIs) {
     for (const CubeLevel& level : makeCubeLevels(8, [](const Direction&) { return Rgb{0.25, 0.5, 1}; })) {
         for (int face = 0; face < kCubeFaces; ++face)
-            EXPECT_LT(distance(level.at(face, level.size() - 1, 0), {0.25, 0.5, 1}), 1e-12);
+            EXPECT_LT(colourDistance(level.at(face, level.size() - 1, 0), {0.25, 0.5, 1}), 1e-12);
     }
 }
 
@@ -51,7 +47,7 @@ TEST(CubeLevels, EndInTheMeanOfTheWholeSphere) {
     const auto half = [](const Direction& direction) { return direction.y > 0 ? Rgb{1, 1, 1} : Rgb{}; };
     const CubeLevel last = makeCubeLevels(16, half).back();
     for (int face = 0; face < kCubeFaces; ++face)
-        EXPECT_LT(distance(last.at(face, 0, 0), {0.5, 0.5, 0.5}), 1e-12);
+        EXPECT_LT(colourDistance(last.at(face, 0, 0), {0.5, 0.5, 0.5}), 1e-12);
 }
 
 TEST(CubeLevels, AgreeOnBothSidesOfEachEdge) {
@@ -67,9 +63,9 @@ TEST(CubeLevels, AgreeOnBothSidesOfEachEdge) {
                     const Direction out = directionAt(
                         {face, level.centre(beyond[side].first), level.centre(beyond[side].second)});
                     ASSERT_NE(placeOf(out).face, face);
-                    EXPECT_LT(
-                        distance(level.at(face, inside[side].first, inside[side].second), level.towards(out)),
-                        1e-12)
+                    EXPECT_LT(colourDistance(level.at(face, inside[side].first, inside[side].second),
+                                             level.towards(out)),
+                              1e-12)
                         << "level " << number << ", face " << face << ", side " << side << ", texel " << i;
                 }
             }

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string>
 
+#include "tools/sky/colour_test_support.h"
 #include "tools/sky/dds_file.h"
 #include "tools/sky/dds_reader.h"
 #include "tools/sky/sky_colour.h"
@@ -40,10 +41,6 @@ std::uint32_t wordAt(const std::string& file, std::size_t offset) {
 Rgb srgbOf(const Direction& direction) {
     const Rgb light = skyColour(normalised(direction));
     return {toSrgb(light[0]), toSrgb(light[1]), toSrgb(light[2])};
-}
-
-double distance(const Rgb& a, const Rgb& b) {
-    return std::max({std::abs(a[0] - b[0]), std::abs(a[1] - b[1]), std::abs(a[2] - b[2])});
 }
 
 TEST(DefaultSky, HasTheHeaderOfACubeMapInDxt1) {
@@ -90,7 +87,7 @@ TEST(DefaultSky, ShowsTheSkyOfEachDirection) {
         for (int row = 0; row < level.size(); ++row) {
             for (int column = 0; column < level.size(); ++column) {
                 const Direction direction = directionAt({face, level.centre(column), level.centre(row)});
-                const double error = distance(level.at(face, column, row), srgbOf(direction));
+                const double error = colourDistance(level.at(face, column, row), srgbOf(direction));
                 // The blocks at the horizon and around the sun are the hardest.
                 ASSERT_LT(error, 30) << "face " << face << ", column " << column << ", row " << row;
                 sum += error;
@@ -114,10 +111,10 @@ Seams seamsOf(const CubeLevel& level) {
         for (int i = 0; i <= last; ++i) {
             const double at = level.centre(i);
             const double steps[] = {
-                distance(level.at(face, last, i), level.towards(directionAt({face, edge, at}))),
-                distance(level.at(face, 0, i), level.towards(directionAt({face, -edge, at}))),
-                distance(level.at(face, i, last), level.towards(directionAt({face, at, edge}))),
-                distance(level.at(face, i, 0), level.towards(directionAt({face, at, -edge}))),
+                colourDistance(level.at(face, last, i), level.towards(directionAt({face, edge, at}))),
+                colourDistance(level.at(face, 0, i), level.towards(directionAt({face, -edge, at}))),
+                colourDistance(level.at(face, i, last), level.towards(directionAt({face, at, edge}))),
+                colourDistance(level.at(face, i, 0), level.towards(directionAt({face, at, -edge}))),
             };
             for (const double step : steps) {
                 seams.largest = std::max(seams.largest, step);
