@@ -13,11 +13,12 @@
 #include "cli/command_error.h"
 #include "cli/setting_options.h"
 #include "hosts/snapshot/nearest_name.h"
+#include "plugin/version.h"
 
 namespace velinor {
 namespace {
 
-constexpr const char* kVersionText = "tolvex 1.63\n";
+constexpr const char* kVersionText = "tolvex " TOLVEX_VERSION_TEXT "\n";
 
 constexpr const char* kHelpText =
     "tolvex writes scenes as packages of the Velinor runtime.\n"

@@ -1,5 +1,7 @@
 #include "plugin/exporter.h"
 
+#include "plugin/version.h"
+
 namespace velinor {
 
 int tolvex::ExtCount() {
@@ -27,7 +29,7 @@ const host::MCHAR* tolvex::OtherMessage2() {
     return u"";
 }
 unsigned int tolvex::Version() {
-    return 163;
+    return TOLVEX_VERSION_MAJOR * 100 + TOLVEX_VERSION_MINOR;
 }
 void tolvex::ShowAbout(void* /*window*/) {}
 int tolvex::SupportsOptions(int /*ext*/, std::uint32_t /*options*/) {

@@ -5,11 +5,12 @@
 #include "base/text.h"
 #include "hosts/max/max_values.h"
 #include "plugin/report_text_max.h"
+#include "plugin/resource.h"
 
 namespace velinor {
 namespace {
 
-constexpr const char16_t* kTitle = u"Velinor scene exporter";
+constexpr const char16_t* kTitle = u"" TOLVEX_EXPORTER_NAME;
 
 DWORD logTypeOf(Severity severity) {
     if (severity == Severity::error) return SYSLOG_ERROR;

@@ -1,4 +1,4 @@
-// Off Windows a library has no resources; a table holds the same texts as plugin.rc.
+// Off Windows a library has no resources; a table holds the texts of plugin.rc.
 #include "plugin/module_max.h"
 
 #include <dlfcn.h>
@@ -8,11 +8,13 @@
 #include <string_view>
 
 #include "hosts/max/max_values.h"
+#include "plugin/resource.h"
 
 namespace velinor {
 namespace {
 
-constexpr std::u16string_view kTexts[] = {u"Velinor scene exporter", u"Velinor", u"Velinor scene exporter"};
+constexpr std::u16string_view kTexts[] = {u"" TOLVEX_EXPORTER_NAME, u"" TOLVEX_CATEGORY,
+                                          u"" TOLVEX_EXPORTER_NAME};
 
 Dl_info ownFile() {
     Dl_info info{};

@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "platform/code_page.h"
+#include "plugin/version.h"
 
 namespace velinor {
 namespace {
@@ -102,7 +103,7 @@ void OptionsDialogModel::open() {
         enable(control, false);
     enable(ControlId::helperLights, settings_.exportLights);
     enable(ControlId::helperLightPercent, settings_.exportLights);
-    title_ = u"Velinor export v 1.63";
+    title_ = u"Velinor export v " TOLVEX_VERSION_TEXT;
 }
 
 void OptionsDialogModel::click(ControlId control) {

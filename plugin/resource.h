@@ -1,5 +1,8 @@
-// The numbers of the plug-in's resources. Read by the resource compiler, too: macros only.
+// The numbers and the texts of the plug-in's resources. Read by the resource compiler, too: macros only.
 #pragma once
+
+#define TOLVEX_EXPORTER_NAME "Velinor scene exporter"
+#define TOLVEX_CATEGORY "Velinor"
 
 #define IDD_OPTIONS 101
 
