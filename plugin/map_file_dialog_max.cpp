@@ -1,6 +1,5 @@
 #include "plugin/map_file_dialog_max.h"
 
-#include <commdlg.h>
 #include <objbase.h>
 #include <shobjidl.h>
 
@@ -96,6 +95,14 @@ Answer askThroughShell(HWND owner) {
 
 std::optional<std::u16string> askTheOldWay(HWND owner) {
     std::wstring path(32768, L'\0');  // no path is longer
+    OPENFILENAMEW request = olderDialogRequest(owner, path);
+    if (GetOpenFileNameW(&request) == FALSE) return std::nullopt;
+    return text(path.c_str());
+}
+
+}  // namespace
+
+OPENFILENAMEW olderDialogRequest(HWND owner, std::span<wchar_t> path) {
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;
     request.hwndOwner = owner;
@@ -104,11 +111,8 @@ std::optional<std::u16string> askTheOldWay(HWND owner) {
     request.nMaxFile = static_cast<DWORD>(path.size());
     request.Flags = OFN_HIDEREADONLY | OFN_FILEMUSTEXIST;
     request.lpstrDefExt = kDefaultExtension;
-    if (GetOpenFileNameW(&request) == FALSE) return std::nullopt;
-    return text(path.c_str());
+    return request;
 }
-
-}  // namespace
 
 std::optional<std::u16string> askForMapFile(HWND owner) {
     const WorkingFolderGuard workingFolder;

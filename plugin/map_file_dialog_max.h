@@ -3,7 +3,10 @@
 
 #include <windows.h>
 
+#include <commdlg.h>
+
 #include <optional>
+#include <span>
 #include <string>
 
 namespace velinor {
@@ -12,5 +15,9 @@ namespace velinor {
 // path, or nothing where the user cancels. `owner` is disabled meanwhile. The working folder stays as it is,
 // and so does COM on this thread. Where the shell's dialog cannot be had, the older one stands in for it.
 std::optional<std::u16string> askForMapFile(HWND owner);
+
+// What the older dialog is asked. `path`, which holds the name to begin with, must outlive the request and
+// gets the answer.
+OPENFILENAMEW olderDialogRequest(HWND owner, std::span<wchar_t> path);
 
 }  // namespace velinor

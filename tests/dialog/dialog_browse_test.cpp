@@ -7,12 +7,15 @@
 #include <objbase.h>
 #include <shobjidl.h>
 
+#include <array>
 #include <atomic>
 #include <bit>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "plugin/map_file_dialog_max.h"
 #include "tests/dialog/dialog_driver.h"
 #include "tests/dialog/temporary_maps.h"
 
@@ -135,6 +138,17 @@ class DialogBrowse : public testing::Test {
         ASSERT_TRUE(waitUntil([&] { return !IsWindow(files) && IsWindowEnabled(dialog.window()); }));
     }
 
+    // Enters a name that no file has, and cancels after the complaint.
+    void expectRefusal(const DrivenDialog& dialog, HWND files) {
+        enterName(files, (maps.path() / "gone.dds").wstring());
+        HWND complaint = dialog.awaitOwnedDialog(files);
+        PostMessageW(complaint, WM_COMMAND, IDOK, 0);
+        ASSERT_TRUE(waitUntil([&] { return !IsWindow(complaint) && IsWindowEnabled(files); }));
+        EXPECT_TRUE(IsWindow(files)) << "the dialog waits for another name";
+        PostMessageW(files, WM_COMMAND, IDCANCEL, 0);
+        awaitClosed(dialog, files);
+    }
+
     // What a press of the button puts into its edit when the user enters `name`.
     void expectChoice(const BrowseCase& c, const std::wstring& name, const std::wstring& expected) {
         ExportSettings settings;
@@ -204,13 +218,7 @@ TEST_F(DialogBrowse, RefusesFilesThatAreNotThere) {
     ExportSettings settings;
     DrivenDialog dialog(settings);
     HWND files = browse(dialog, ControlId::browseReflectionMap);
-    enterName(files, (maps.path() / "gone.dds").wstring());
-    HWND complaint = dialog.awaitOwnedDialog(files);
-    PostMessageW(complaint, WM_COMMAND, IDOK, 0);
-    ASSERT_TRUE(waitUntil([&] { return !IsWindow(complaint) && IsWindowEnabled(files); }));
-    EXPECT_TRUE(IsWindow(files)) << "the dialog waits for another name";
-    PostMessageW(files, WM_COMMAND, IDCANCEL, 0);
-    awaitClosed(dialog, files);
+    expectRefusal(dialog, files);
     EXPECT_EQ(dialog.text(ControlId::reflectionMap), L"");
 }
 
@@ -300,11 +308,32 @@ TEST_F(DialogBrowse, UsesTheOlderDialogWhereTheShellHasNone) {
     HWND files = browse(dialog, ControlId::browseReflectionMap);
     PostMessageW(files, WM_COMMAND, IDCANCEL, 0);
     awaitClosed(dialog, files);
+    expectRefusal(dialog, browse(dialog, ControlId::browseReflectionMap));
     EXPECT_EQ(dialog.text(ControlId::reflectionMap), sky.wstring());
-    EXPECT_EQ(factory.asked, 3);
+    EXPECT_EQ(factory.asked, 4);
     dialog.click(ControlId::cancel);
     EXPECT_EQ(dialog.finish(), DialogResult::cancelled);
     EXPECT_EQ(fs::current_path(), before);
+}
+
+TEST(MapFileDialog, AsksTheOlderDialogForTheSame) {
+    std::array<wchar_t, 300> path{};
+    HWND owner = GetDesktopWindow();
+    const OPENFILENAMEW request = olderDialogRequest(owner, path);
+    EXPECT_EQ(request.lStructSize, sizeof(OPENFILENAMEW));
+    EXPECT_EQ(request.hwndOwner, owner);
+    EXPECT_EQ(request.Flags, 0x1004U) << "existing files only, and no box for read-only ones";
+    EXPECT_STREQ(request.lpstrDefExt, L"dds");
+    constexpr wchar_t kFilters[] = L"DXT Files (*.dds)\0*.dds\0All Files (*.*)\0*.*\0";
+    EXPECT_EQ(std::wstring(request.lpstrFilter, std::size(kFilters)),
+              std::wstring(kFilters, std::size(kFilters)));
+    EXPECT_EQ(request.nFilterIndex, 0U) << "the first of them";
+    EXPECT_EQ(request.lpstrFile, path.data());
+    EXPECT_EQ(request.nMaxFile, path.size());
+    EXPECT_STREQ(request.lpstrFile, L"") << "no name is proposed";
+    EXPECT_EQ(request.lpstrInitialDir, nullptr);
+    EXPECT_EQ(request.lpstrTitle, nullptr);
+    EXPECT_EQ(request.lpfnHook, nullptr);
 }
 
 }  // namespace
