@@ -236,6 +236,7 @@ TEST_F(DialogLayout, HasThemedControls) {
 }
 
 TEST_F(DialogLayout, LetsTheTabKeyGoRound) {
+    ASSERT_TRUE(waitUntil([&] { return dialog.focused() != nullptr; }));
     ASSERT_EQ(dialog.focused(), dialog.item(ControlId::ok)) << "OK has the keyboard first";
     std::vector<int> expected;
     for (const Control& control : controls()) {
@@ -270,11 +271,14 @@ TEST(ActivationContext, GivesWindowsTheNewControlsWhileItLives) {
 }
 
 TEST(ActivationContext, DoesNothingForAModuleWithoutManifest) {
+    HMODULE library = GetModuleHandleW(L"kernel32.dll");
+    ASSERT_NE(library, nullptr);
+    ASSERT_EQ(FindResourceW(library, MAKEINTRESOURCEW(2), MAKEINTRESOURCEW(24)), nullptr);
     HANDLE before = nullptr;
     HANDLE within = nullptr;
     ASSERT_TRUE(GetCurrentActCtx(&before));
     {
-        const ActivationContext context(nullptr);
+        const ActivationContext context(library);
         ASSERT_TRUE(GetCurrentActCtx(&within));
     }
     EXPECT_EQ(within, before);
