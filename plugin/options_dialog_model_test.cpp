@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <set>
 #include <string>
 #include <vector>
@@ -280,6 +282,15 @@ TEST_F(OptionsDialogModelTest, ReadsIntegersAsTheCRuntimeDoes) {
         {u"2147483648", 5, 2147483647},
         {u"-2147483649", 0, -2147483647 - 1},
         {u"99999999999999999999999", 5, 2147483647},
+        {std::u16string(100000, u'9'), 5, 2147483647},
+        {u"-" + std::u16string(100000, u'9'), 0, -2147483647 - 1},
+        {std::u16string(100000, u'0') + u"4", 4, 4},
+        {u"0x10", 0, 0},
+        {u"inf", 0, 0},
+        {u"nan", 0, 0},
+        {u"1e400", 1, 1},
+        {u"1d2", 1, 1},
+        {u"0.5abc", 0, 0},
         {u"\u0664", 0, 0},
     };
     for (const auto& c : cases) {
@@ -298,25 +309,64 @@ struct FloatCase {
     float colour;
 };
 
+// Equal, or both no number.
+bool isSame(float a, float b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+// The C runtime that is meant is the Universal C Runtime, which the host's plug-ins use. The older msvcrt
+// knows neither hexadecimal digits nor words, and takes "d" for an exponent.
 TEST_F(OptionsDialogModelTest, ReadsNumbersAsTheCRuntimeDoes) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     const FloatCase cases[] = {
-        {u"80", 0.8F, 80},        {u"0", 0, 0},          {u"", 0, 0},
-        {u"bright", 0, 0},        {u"  50", 0.5F, 50},   {u"50%", 0.5F, 50},
-        {u"12.5", 0.125F, 12.5F}, {u"0,5", 0, 0},        {u"-20", -0.2F, -20},
-        {u"1e2", 1, 100},         {u".5", 0.005F, 0.5F}, {u"1000", 10, 1000},
-        {u"0.2", 0.002F, 0.2F},   {u"+1", 0.01F, 1},     {u"1 2", 0.01F, 1},
+        {u"80", 0.8F, 80},
+        {u"0", 0, 0},
+        {u"", 0, 0},
+        {u"bright", 0, 0},
+        {u"  50", 0.5F, 50},
+        {u"50%", 0.5F, 50},
+        {u"12.5", 0.125F, 12.5F},
+        {u"0,5", 0, 0},
+        {u"-20", -0.2F, -20},
+        {u"1e2", 1, 100},
+        {u".5", 0.005F, 0.5F},
+        {u"1000", 10, 1000},
+        {u"0.2", 0.002F, 0.2F},
+        {u"+1", 0.01F, 1},
+        {u"1 2", 0.01F, 1},
+        {u"0x10", 0.16F, 16},
+        {u"0x1p3", 0.08F, 8},
+        {u"0x", 0, 0},
+        {u"1d2", 0.01F, 1},
+        {u"1D2", 0.01F, 1},
+        {u"0.5abc", 0.005F, 0.5F},
+        {u"  7", 0.07F, 7},
+        {u"1e-400", 0, 0},
+        {u"1e", 0.01F, 1},
+        {u"inf", kInfinity, kInfinity},
+        {u"-inf", -kInfinity, -kInfinity},
+        {u"infinity", kInfinity, kInfinity},
+        {u"nan", kNan, kNan},
+        {u"1e400", kInfinity, kInfinity},
+        {u"-1e400", -kInfinity, -kInfinity},
+        {std::u16string(100000, u'9'), kInfinity, kInfinity},
+        {std::u16string(100000, u'0') + u"5", 0.05F, 5},
+        {u"0." + std::u16string(100000, u'0') + u"5", 0, 0},
     };
     for (const auto& c : cases) {
+        const std::string text = toUtf8(c.text).substr(0, 20);
         dialog.open();
         for (const ControlId edit : {ControlId::helperLightPercent, ControlId::ambientRed,
                                      ControlId::ambientGreen, ControlId::ambientBlue}) {
             dialog.setText(edit, c.text);
         }
         confirm();
-        EXPECT_EQ(settings.helperLightFraction, c.fraction) << testing::PrintToString(c.text);
-        EXPECT_EQ(settings.ambientRed, c.colour) << testing::PrintToString(c.text);
-        EXPECT_EQ(settings.ambientGreen, c.colour) << testing::PrintToString(c.text);
-        EXPECT_EQ(settings.ambientBlue, c.colour) << testing::PrintToString(c.text);
+        EXPECT_TRUE(isSame(settings.helperLightFraction, c.fraction))
+            << text << ": " << settings.helperLightFraction;
+        EXPECT_TRUE(isSame(settings.ambientRed, c.colour)) << text << ": " << settings.ambientRed;
+        EXPECT_TRUE(isSame(settings.ambientGreen, c.colour)) << text << ": " << settings.ambientGreen;
+        EXPECT_TRUE(isSame(settings.ambientBlue, c.colour)) << text << ": " << settings.ambientBlue;
     }
 }
 

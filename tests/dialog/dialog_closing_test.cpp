@@ -1,11 +1,14 @@
 // How the dialog opens and ends, and what it leaves in the settings.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -125,7 +128,14 @@ struct NumberCase {
     float number;
 };
 
+// Equal, or both no number.
+bool isSame(float a, float b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+// The Universal C Runtime is meant, which the host's plug-ins use, and not msvcrt, which this program has.
 TEST(DialogClosing, OkReadsNumbersAsTheCRuntimeDoes) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
     for (const NumberCase& c : {
              NumberCase{L"9", 5, 9, 9},
              NumberCase{L"-2", 0, -2, -2},
@@ -138,6 +148,16 @@ TEST(DialogClosing, OkReadsNumbersAsTheCRuntimeDoes) {
              NumberCase{L"0,5", 0, 0, 0},
              NumberCase{L"99999999999", 5, 2147483647, 99999999999.0F},
              NumberCase{L"3\u0436", 3, 3, 3},
+             NumberCase{L"0x10", 0, 0, 16},
+             NumberCase{L"inf", 0, 0, kInfinity},
+             NumberCase{L"-inf", 0, 0, -kInfinity},
+             NumberCase{L"nan", 0, 0, std::numeric_limits<float>::quiet_NaN()},
+             NumberCase{L"1e400", 1, 1, kInfinity},
+             NumberCase{L"1d2", 1, 1, 1},
+             NumberCase{L"0.5abc", 0, 0, 0.5F},
+             NumberCase{L"  7", 5, 7, 7},
+             NumberCase{std::wstring(3000, L'9'), 5, 2147483647, kInfinity},
+             NumberCase{std::wstring(3000, L'0') + L"4", 4, 4, 4},
          }) {
         ExportSettings settings;
         DrivenDialog dialog(settings);
@@ -146,10 +166,11 @@ TEST(DialogClosing, OkReadsNumbersAsTheCRuntimeDoes) {
             dialog.setText(edit, c.text);
         dialog.click(ControlId::ok);
         EXPECT_EQ(dialog.finish(), DialogResult::confirmed);
-        EXPECT_EQ(settings.fallbackQuality, c.quality) << testing::PrintToString(c.text);
-        EXPECT_EQ(settings.polycountGoal, c.goal) << testing::PrintToString(c.text);
-        EXPECT_EQ(settings.ambientRed, c.number) << testing::PrintToString(c.text);
-        EXPECT_FLOAT_EQ(settings.helperLightFraction, c.number / 100) << testing::PrintToString(c.text);
+        const std::string text = testing::PrintToString(c.text.substr(0, 20));
+        EXPECT_EQ(settings.fallbackQuality, c.quality) << text;
+        EXPECT_EQ(settings.polycountGoal, c.goal) << text;
+        EXPECT_TRUE(isSame(settings.ambientRed, c.number)) << text << ": " << settings.ambientRed;
+        EXPECT_THAT(settings.helperLightFraction, testing::NanSensitiveFloatEq(c.number / 100)) << text;
     }
 }
 
