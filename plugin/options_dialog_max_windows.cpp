@@ -4,11 +4,13 @@
 
 #include <windows.h>
 
+#include "plugin/accelerators_off_max.h"
 #include "plugin/options_window_max.h"
 
 namespace velinor {
 
 DialogResult HostOptionsDialog::run(ExportSettings& settings) {
+    const AcceleratorsOff keysAreOurs;
     return OptionsWindow(GetActiveWindow(), moduleHandle()).run(settings);
 }
 

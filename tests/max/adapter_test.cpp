@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 
 #include "base/progress.h"
 #include "base/report.h"
 #include "hosts/max/max_host.h"
 #include "hosts/snapshot/snapshot_host.h"
+#include "plugin/accelerators_off_max.h"
 #include "scene/scene_collection.h"
 #include "tests/max/golden_cases.h"
 #include "tests/max/max_stage.h"
@@ -323,6 +325,19 @@ TEST(MaxMesh, IsEmptyWithoutVertices) {
     DamagedMesh negative;
     negative.faceCount = -1;
     EXPECT_TRUE(MaxMesh(negative).faces().empty());
+}
+
+TEST(AcceleratorsOff, GivesThemBackAlsoWhenAnExceptionLeaves) {
+    const AcceleratorSwitches before = acceleratorSwitches();
+    try {
+        const AcceleratorsOff keysAreOurs;
+        EXPECT_EQ(acceleratorSwitches().off, before.off + 1);
+        EXPECT_EQ(acceleratorSwitches().on, before.on);
+        throw std::runtime_error("the dialog has failed");
+    } catch (const std::runtime_error&) {
+        EXPECT_EQ(acceleratorSwitches().off, before.off + 1);
+    }
+    EXPECT_EQ(acceleratorSwitches().on, before.on + 1);
 }
 
 }  // namespace

@@ -33,6 +33,10 @@ class Interface {
 MAX_SDK_API Interface* GetCOREInterface();
 MAX_SDK_API BOOL DoesFileExist(const MCHAR* file, bool allowDirectory = true);
 
+// Whether keys are commands of the host before windows get them.
+MAX_SDK_API void DisableAccelerators();
+MAX_SDK_API void EnableAccelerators();
+
 namespace MaxSDK {
 
 MAX_SDK_API int MaxMessageBox(HWND owner, const MCHAR* text, const MCHAR* caption, UINT type);

@@ -1,11 +1,15 @@
 #include "hosts/max/sdk_standin/sdk_environment.h"
 
+#include <atomic>
 #include <new>
 
 namespace {
 
 SdkEnvironment* current = nullptr;
 int languagePackRequestCount = 0;
+// Tests look at them from another thread, while the host's waits in a dialog.
+std::atomic<int> acceleratorsOff = 0;
+std::atomic<int> acceleratorsOn = 0;
 
 }  // namespace
 
@@ -15,6 +19,10 @@ void setSdkEnvironment(SdkEnvironment* environment) {
 
 int languagePackRequests() {
     return languagePackRequestCount;
+}
+
+AcceleratorSwitches acceleratorSwitches() {
+    return {acceleratorsOff, acceleratorsOn};
 }
 
 void* MaxHeapOperators::operator new(size_t size) {
@@ -48,6 +56,14 @@ IFileResolutionManager* IFileResolutionManager::GetInstance() {
 
 BOOL DoesFileExist(const MCHAR* file, bool /*allowDirectory*/) {
     return current == nullptr ? 0 : current->doesFileExist(file);
+}
+
+void DisableAccelerators() {
+    ++acceleratorsOff;
+}
+
+void EnableAccelerators() {
+    ++acceleratorsOn;
 }
 
 namespace MaxSDK {

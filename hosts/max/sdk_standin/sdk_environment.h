@@ -24,5 +24,12 @@ class SdkEnvironment {
 // Null, as at the start: every free function then answers null, false or 0. Not owned.
 MAX_SDK_API void setSdkEnvironment(SdkEnvironment* environment);
 
+// How often the host's keyboard accelerators have been switched, since the program began.
+struct AcceleratorSwitches {
+    int off = 0;
+    int on = 0;
+};
+MAX_SDK_API AcceleratorSwitches acceleratorSwitches();
+
 // How often a library has asked for its resources' language.
 MAX_SDK_API int languagePackRequests();
