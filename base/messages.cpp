@@ -118,11 +118,16 @@ constexpr auto kCatalogue = std::to_array<Message>({
     {cubeMapNotCube, "cube-map-not-cube", warning,
      "the file is no cube map, and all faces but the first stay black",
      "Choose a DDS file with all six faces of a cube."},
+    {customMapReplaced, "custom-map-replaced", warning,
+     "no file of this name exists, so another map takes its place",
+     "Choose the file with \"Browse...\" (--custom-environment-map, --custom-reflection-map); a typed path has no quotes and no "
+     "blank before it."},
     {fileNotWritten, "file-not-written", error, "the file could not be written",
      "Check free space and permissions of the folder, and export again."},
     {dialogNotShown, "dialog-not-shown", warning, "the options dialog could not be shown; the settings are used as they are", ""},
     {sceneNotEnumerated, "scene-not-enumerated", error, "the host could not enumerate its scene",
-     "Restart the host program and export again."},
+     "Restart the host program and export again; 3ds Max needs its IGameProp.xml for this, too: repair its installation where "
+     "that is missing."},
     {imageLibraryMissing, "image-library-missing", error, "the image library cannot be loaded, so nothing was exported",
      "Install the plug-in again: the folder \"tolvex\" beside it holds libvips-42.dll."},
     {exportStopped, "export-stopped", error, "the export was stopped, so the package is not complete", ""},

@@ -63,6 +63,7 @@ enum class MessageId {
     cubeMapMissing,
     cubeMapNameBreaksScript,
     cubeMapNotCube,
+    customMapReplaced,
     fileNotWritten,
     dialogNotShown,
     sceneNotEnumerated,

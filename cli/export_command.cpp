@@ -41,9 +41,9 @@ class CommandLineDialog final : public OptionsDialog {
   public:
     explicit CommandLineDialog(const ExportSettings& chosen) : chosen_(chosen) {}
 
-    DialogResult run(ExportSettings& settings) override {
+    DialogResult run(ExportSettings& settings, Report& report) override {
         settings = chosen_;
-        applySettingRules(settings, pathExists);
+        applySettingRules(settings, pathExists, report);
         return DialogResult::confirmed;
     }
 

@@ -45,8 +45,9 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
     std::setlocale(LC_ALL, "C");  // every number has a point
 
     if (suppressPrompts == 0) {
-        const DialogResult result =
-            environment_.dialog == nullptr ? DialogResult::notCreated : environment_.dialog->run(settings);
+        const DialogResult result = environment_.dialog == nullptr
+                                        ? DialogResult::notCreated
+                                        : environment_.dialog->run(settings, environment_.report);
         if (result == DialogResult::cancelled) return kSuccess;
         if (result == DialogResult::notCreated)
             environment_.report.add(MessageId::dialogNotShown, "options dialog");
@@ -75,7 +76,7 @@ int tolvex::DoExport(const host::MCHAR* name, host::ExpInterface* /*ei*/, host::
 
 void tolvex::PreparePackageFolders(const std::filesystem::path& fileName) {
     context.folders = packageFoldersFor(fileName, environment_.hostExecutable);
-    // Told before anything is written, while there is time to think again.
+    // Told before what follows from it: meshes that are not converted.
     if (settings.exportGeometry) reportMissingTools(context.folders, settings, environment_.report);
     createPackageFolders(context.folders);
 }

@@ -21,7 +21,7 @@ using testing::Not;
 // A dialog that answers as told.
 class ScriptedDialog final : public OptionsDialog {
   public:
-    DialogResult run(ExportSettings& settings) override {
+    DialogResult run(ExportSettings& settings, Report& /*report*/) override {
         ++shown;
         settings.exportLights = false;
         return result;

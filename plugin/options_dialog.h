@@ -1,6 +1,7 @@
 // How an export lets its user choose.
 #pragma once
 
+#include "base/report.h"
 #include "plugin/export_settings.h"
 
 namespace velinor {
@@ -14,8 +15,8 @@ class OptionsDialog {
     virtual ~OptionsDialog() = default;
 
     // Lets the user change `settings`. Where the result is not `confirmed`, they hold what was stored on the
-    // way.
-    virtual DialogResult run(ExportSettings& settings) = 0;
+    // way. What could not be taken as it was given goes to `report`.
+    virtual DialogResult run(ExportSettings& settings, Report& report) = 0;
 };
 
 }  // namespace velinor

@@ -8,7 +8,7 @@ namespace velinor {
 // Owned by the window that is active when it opens. Off Windows there is no window: it cannot be created.
 class HostOptionsDialog final : public OptionsDialog {
   public:
-    DialogResult run(ExportSettings& settings) override;
+    DialogResult run(ExportSettings& settings, Report& report) override;
 };
 
 }  // namespace velinor

@@ -2,7 +2,7 @@
 
 namespace velinor {
 
-DialogResult HostOptionsDialog::run(ExportSettings& /*settings*/) {
+DialogResult HostOptionsDialog::run(ExportSettings& /*settings*/, Report& /*report*/) {
     return DialogResult::notCreated;
 }
 

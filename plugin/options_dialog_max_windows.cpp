@@ -9,9 +9,9 @@
 
 namespace velinor {
 
-DialogResult HostOptionsDialog::run(ExportSettings& settings) {
+DialogResult HostOptionsDialog::run(ExportSettings& settings, Report& report) {
     const AcceleratorsOff keysAreOurs;
-    return OptionsWindow(GetActiveWindow(), moduleHandle()).run(settings);
+    return OptionsWindow(GetActiveWindow(), moduleHandle()).run(settings, report);
 }
 
 }  // namespace velinor

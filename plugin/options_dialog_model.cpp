@@ -202,7 +202,9 @@ void OptionsDialogModel::autoParamsClicked() {
 void OptionsDialogModel::confirm() {
     readCheckBoxes();
     readEdits();
-    replaceMissingMaps(settings_, exists_);
+    replaceMissingMaps(settings_, exists_,
+                       {toUtf8(text(ControlId::environmentMap)), toUtf8(text(ControlId::reflectionMap))},
+                       report_);
     result_ = DialogResult::confirmed;
 }
 

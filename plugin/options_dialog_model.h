@@ -44,7 +44,7 @@ enum class ControlId : int {
 
 // One opening of the dialog. A window shows the state of the controls and passes on what its user does:
 //
-//     OptionsDialogModel model(settings, exists);
+//     OptionsDialogModel model(settings, exists, report);
 //     model.open();
 //     model.click(ControlId::exportLights);  // as if the user had clicked the check box
 //     model.click(ControlId::ok);            // model.result() is now DialogResult::confirmed
@@ -60,9 +60,9 @@ enum class ControlId : int {
 // text.
 class OptionsDialogModel {
   public:
-    // `settings` must outlive the model.
-    OptionsDialogModel(ExportSettings& settings, PathExists exists)
-        : settings_(settings), exists_(std::move(exists)) {}
+    // `settings` and `report` must outlive the model. The report gets what OK replaces.
+    OptionsDialogModel(ExportSettings& settings, PathExists exists, Report& report)
+        : settings_(settings), exists_(std::move(exists)), report_(report) {}
 
     // Resets all settings but the two maps to their defaults and fills the controls.
     void open();
@@ -113,6 +113,7 @@ class OptionsDialogModel {
 
     ExportSettings& settings_;
     PathExists exists_;
+    Report& report_;
     std::map<ControlId, bool> checks_;
     std::map<ControlId, bool> enabled_;  // what is not listed is enabled
     std::map<ControlId, std::u16string> texts_;

@@ -14,6 +14,10 @@
 namespace velinor {
 namespace {
 
+bool everythingExists(const std::filesystem::path& /*path*/) {
+    return true;
+}
+
 // A dialog over settings of its own, on a disk that holds exactly `existing`.
 class OptionsDialogModelTest : public testing::Test {
   protected:
@@ -26,8 +30,9 @@ class OptionsDialogModelTest : public testing::Test {
 
     std::set<std::filesystem::path> existing;
     ExportSettings settings;
-    OptionsDialogModel dialog{settings,
-                              [this](const std::filesystem::path& path) { return existing.contains(path); }};
+    Report report;
+    OptionsDialogModel dialog{
+        settings, [this](const std::filesystem::path& path) { return existing.contains(path); }, report};
 };
 
 TEST_F(OptionsDialogModelTest, OpensWithTheDefaultsInItsCheckBoxes) {
@@ -470,14 +475,53 @@ TEST_F(OptionsDialogModelTest, ListsWhatAWindowHasToShow) {
 
 TEST_F(OptionsDialogModelTest, NeverAsksForAnEmptyPath) {
     std::vector<std::filesystem::path> asked;
-    OptionsDialogModel watched(settings, [&](const std::filesystem::path& path) {
+    const auto watch = [&](const std::filesystem::path& path) {
         asked.push_back(path);
         return true;
-    });
+    };
+    OptionsDialogModel watched(settings, watch, report);
     watched.open();
     watched.click(ControlId::ok);
     EXPECT_EQ(asked, std::vector<std::filesystem::path>{});
     EXPECT_EQ(settings.customEnvironmentMap, "default.dds");
+}
+
+TEST_F(OptionsDialogModelTest, ReportsTypedMapsThatAreNotThere) {
+    existing = {"C:\\sky.dds"};
+    struct Case {
+        std::u16string environment;
+        std::u16string reflection;
+        std::vector<ReportEntry> entries;
+    };
+    constexpr auto replaced = MessageId::customMapReplaced;
+    const Case cases[] = {
+        {u"", u"", {}},
+        {u"C:\\sky.dds", u"", {}},
+        {u"C:\\sky.dds", u"C:\\sky.dds", {}},
+        {u"\"C:\\sky.dds\"", u"", {{replaced, "\"\"C:\\sky.dds\"\"", "default.dds is used"}}},
+        {u"", u" C:\\sky.dds", {{replaced, "\" C:\\sky.dds\"", "default.dds is used"}}},
+        {u"C:\\sky.dds", u"room.dds", {{replaced, "\"room.dds\"", "C:\\sky.dds is used"}}},
+        {u"\u043d\u0435\u0431\u043e.dds",
+         u"room.dds",
+         {{replaced, "\"\u043d\u0435\u0431\u043e.dds\"", "default.dds is used"},
+          {replaced, "\"room.dds\"", "default.dds is used"}}},
+    };
+    for (const Case& c : cases) {
+        Report told;
+        OptionsDialogModel model(
+            settings, [this](const std::filesystem::path& path) { return existing.contains(path); }, told);
+        model.open();
+        model.setText(ControlId::environmentMap, c.environment);
+        model.setText(ControlId::reflectionMap, c.reflection);
+        model.click(ControlId::ok);
+        EXPECT_EQ(told.entries(), c.entries) << toUtf8(c.environment) << ", " << toUtf8(c.reflection);
+    }
+}
+
+TEST_F(OptionsDialogModelTest, ReportsNothingWhenItIsCancelled) {
+    dialog.setText(ControlId::environmentMap, u"gone.dds");
+    dialog.click(ControlId::cancel);
+    EXPECT_TRUE(report.entries().empty());
 }
 
 TEST_F(OptionsDialogModelTest, BrowseButtonsFillTheirEdits) {
@@ -493,7 +537,8 @@ TEST(SettingRules, SwitchOffWhatCannotWorkAlone) {
             ExportSettings settings;
             settings.exportLights = lights;
             settings.generatePhysicalMeshes = physical;
-            applySettingRules(settings, [](const auto&) { return true; });
+            Report report;
+            applySettingRules(settings, everythingExists, report);
             EXPECT_EQ(settings.helperLights, lights);
             EXPECT_EQ(settings.autoParams, physical);
             EXPECT_EQ(settings.helperLightFraction, 0.8F);
@@ -505,7 +550,8 @@ TEST(SettingRules, SwitchNothingOn) {
     ExportSettings settings;
     settings.helperLights = false;
     settings.autoParams = false;
-    applySettingRules(settings, [](const auto&) { return true; });
+    Report report;
+    applySettingRules(settings, everythingExists, report);
     EXPECT_FALSE(settings.helperLights);
     EXPECT_FALSE(settings.autoParams);
 }
@@ -514,7 +560,8 @@ TEST(SettingRules, ClampTheQuality) {
     for (const auto& [quality, clamped] : {std::pair{-1, 0}, {0, 0}, {3, 3}, {5, 5}, {6, 5}}) {
         ExportSettings settings;
         settings.fallbackQuality = quality;
-        applySettingRules(settings, [](const auto&) { return true; });
+        Report report;
+        applySettingRules(settings, everythingExists, report);
         EXPECT_EQ(settings.fallbackQuality, clamped) << quality;
     }
 }
@@ -523,9 +570,13 @@ TEST(SettingRules, ReplaceMissingMaps) {
     ExportSettings settings;
     settings.customEnvironmentMap = "gone.dds";
     settings.customReflectionMap = "room.dds";
-    applySettingRules(settings, [](const std::filesystem::path& path) { return path == "room.dds"; });
+    Report report;
+    applySettingRules(
+        settings, [](const std::filesystem::path& path) { return path == "room.dds"; }, report);
     EXPECT_EQ(settings.customEnvironmentMap, "default.dds");
     EXPECT_EQ(settings.customReflectionMap, "room.dds");
+    const ReportEntry replaced{MessageId::customMapReplaced, "\"gone.dds\"", "default.dds is used"};
+    EXPECT_EQ(report.entries(), std::vector{replaced});
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ void centre(HWND dialog) {
 // One opening of the dialog: the model, and the window that shows it.
 class Opening {
   public:
-    Opening(ExportSettings& settings, const PathExists& exists) : model_(settings, exists) {}
+    Opening(ExportSettings& settings, const PathExists& exists, Report& report)
+        : model_(settings, exists, report) {}
 
     void begin(HWND dialog) {
         dialog_ = dialog;
@@ -157,8 +158,8 @@ OptionsWindow::OptionsWindow(void* ownerWindow, void* module)
 OptionsWindow::OptionsWindow(void* ownerWindow, void* module, PathExists exists)
     : ownerWindow_(ownerWindow), module_(module), exists_(std::move(exists)) {}
 
-DialogResult OptionsWindow::run(ExportSettings& settings) {
-    Opening opening(settings, exists_);
+DialogResult OptionsWindow::run(ExportSettings& settings, Report& report) {
+    Opening opening(settings, exists_, report);
     auto* const module = static_cast<HINSTANCE>(module_);
     const ActivationContext look(module);
     const INT_PTR answer =

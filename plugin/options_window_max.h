@@ -19,7 +19,7 @@ class OptionsWindow final : public OptionsDialog {
 
     // `notCreated` where the window could not be made. What `exists` throws comes out of here, with the
     // dialog closed.
-    DialogResult run(ExportSettings& settings) override;
+    DialogResult run(ExportSettings& settings, Report& report) override;
 
   private:
     void* ownerWindow_;

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <string>
 
+#include "base/report.h"
 #include "plugin/export_settings.h"
 
 namespace velinor {
@@ -27,11 +29,19 @@ void followPhysicalMeshes(ExportSettings& settings);
 
 std::int32_t clampQuality(std::int32_t quality);
 
+// The maps in the user's own words, in UTF-8: the paths in the settings may have lost characters on their
+// way.
+struct GivenMaps {
+    std::string environment;
+    std::string reflection;
+};
+
 // An environment map that does not exist becomes the default one, then a reflection map that does not exist
-// becomes the environment map. An empty path never exists.
-void replaceMissingMaps(ExportSettings& settings, const PathExists& exists);
+// becomes the environment map. An empty path never exists, and is not in the report.
+void replaceMissingMaps(ExportSettings& settings, const PathExists& exists, const GivenMaps& given,
+                        Report& report);
 
 // All of the rules, for settings that come from somewhere else than the dialog's controls.
-void applySettingRules(ExportSettings& settings, const PathExists& exists);
+void applySettingRules(ExportSettings& settings, const PathExists& exists, Report& report);
 
 }  // namespace velinor

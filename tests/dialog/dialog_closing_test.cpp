@@ -219,6 +219,9 @@ TEST(DialogClosing, OkReplacesMapsThatAreNotOnTheDisk) {
         dialog.setText(ControlId::reflectionMap, c.reflection.wstring());
         dialog.click(ControlId::ok);
         EXPECT_EQ(dialog.finish(), DialogResult::confirmed);
+        const auto replaced = (c.environment != c.expectedEnvironment ? 1U : 0U) +
+                              (!c.reflection.empty() && c.reflection != c.expectedReflection ? 1U : 0U);
+        EXPECT_EQ(dialog.report().count(Severity::warning), replaced) << c.name;
         EXPECT_EQ(settings.customEnvironmentMap, c.expectedEnvironment) << c.name;
         EXPECT_EQ(settings.customReflectionMap, c.expectedReflection) << c.name;
     }
@@ -366,7 +369,8 @@ TEST(DialogClosing, OpensOverTheMiddleOfItsOwner) {
 TEST(DialogClosing, IsNotCreatedFromAModuleWithoutIt) {
     ExportSettings settings = unusualSettings();
     OptionsWindow window(nullptr, GetModuleHandleW(L"kernel32.dll"));
-    EXPECT_EQ(window.run(settings), DialogResult::notCreated);
+    Report report;
+    EXPECT_EQ(window.run(settings, report), DialogResult::notCreated);
     EXPECT_EQ(settings, unusualSettings());
 }
 

@@ -105,7 +105,7 @@ void DrivenDialog::runDialog(ExportSettings& settings, const OpeningOptions& opt
     try {
         OptionsWindow window =
             options.exists ? OptionsWindow(owner_, module, options.exists) : OptionsWindow(owner_, module);
-        const DialogResult result = window.run(settings);
+        const DialogResult result = window.run(settings, report_);
         if (options.afterwards) options.afterwards();
         result_.set_value(result);
     } catch (...) {

@@ -68,10 +68,14 @@ class DrivenDialog {
     // Waits for the end; gives the dialog's result, or throws what came out of it.
     DialogResult finish();
 
+    // What the dialog has reported, after its end.
+    const Report& report() const { return report_; }
+
   private:
     void runDialog(ExportSettings& settings, const OpeningOptions& options);
     void awaitEnd();
 
+    Report report_;
     std::promise<DWORD> threadId_;
     std::promise<DialogResult> result_;
     std::future<DialogResult> resultComing_;

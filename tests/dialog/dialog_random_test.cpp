@@ -65,7 +65,8 @@ TEST_P(DialogAgainstModel, TheSameClicksLeaveTheSame) {
     OpeningOptions options;
     options.exists = existsByLength;
     DrivenDialog dialog(shown, options);
-    OptionsDialogModel model(expected, existsByLength);
+    Report told;
+    OptionsDialogModel model(expected, existsByLength, told);
     model.open();
     for (int step = 0; step < kSteps; ++step) {
         SCOPED_TRACE("step " + std::to_string(step) + ": " + act(dialog, model));
@@ -77,6 +78,7 @@ TEST_P(DialogAgainstModel, TheSameClicksLeaveTheSame) {
     model.click(end);
     EXPECT_EQ(dialog.finish(), model.result());
     EXPECT_EQ(shown, expected);
+    EXPECT_EQ(dialog.report().entries(), told.entries());
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, DialogAgainstModel, testing::Range(1, 13));
