@@ -5,13 +5,18 @@
 
 #include <gtest/gtest.h>
 
+#include <uxtheme.h>
+
 #include <array>
+#include <atomic>
 #include <bit>
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "hosts/max/max_values.h"
@@ -29,48 +34,90 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Clicks the buttons one after the other in the dialog of the thread that makes it; the last one closes it.
+constexpr auto kLongest = 20s;
+
+// The visible dialogs of a thread, whoever has opened them.
+std::vector<HWND> dialogsOf(DWORD thread) {
+    std::vector<HWND> dialogs;
+    const auto keep = [](HWND window, LPARAM list) -> BOOL {
+        std::array<wchar_t, 16> name{};
+        GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+        if (IsWindowVisible(window) != FALSE && std::wstring(name.data()) == L"#32770")
+            std::bit_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+    };
+    EnumThreadWindows(thread, keep, std::bit_cast<LPARAM>(&dialogs));
+    return dialogs;
+}
+
+// Waits for the answer, but not for ever.
+void send(HWND window, UINT message, WPARAM detail) {
+    DWORD_PTR answer = 0;
+    constexpr UINT kLimit = 20000;
+    EXPECT_NE(SendMessageTimeoutW(window, message, detail, 0, SMTO_NORMAL, kLimit, &answer), 0);
+}
+
+void click(HWND dialog, int button) {
+    send(GetDlgItem(dialog, button), BM_CLICK, 0);
+}
+
+// In the place of what the edit holds.
+void type(HWND dialog, int edit, const std::wstring& characters) {
+    const LPARAM toTheEnd = -1;
+    SendMessageW(GetDlgItem(dialog, edit), EM_SETSEL, 0, toTheEnd);
+    for (const wchar_t character : characters)
+        send(GetDlgItem(dialog, edit), WM_CHAR, character);
+}
+
+// Works the dialog of the thread that makes it; the last act closes it. A dialog that stays open is closed by
+// force: the test has failed then, and goes on.
 class DialogUser {
   public:
-    explicit DialogUser(std::initializer_list<int> buttons)
-        : thread_([this, exporting = GetCurrentThreadId(), clicks = std::vector<int>(buttons)] {
-              work(exporting, clicks);
+    using Acts = std::function<void(HWND dialog)>;
+
+    explicit DialogUser(Acts acts)
+        : thread_([this, exporting = GetCurrentThreadId(), chosen = std::move(acts)] {
+              work(exporting, chosen);
           }) {}
     DialogUser(const DialogUser&) = delete;
     DialogUser& operator=(const DialogUser&) = delete;
     ~DialogUser() {
+        isExportOver_ = true;
         thread_.join();
         EXPECT_TRUE(hasSeenDialog_);
+        EXPECT_FALSE(hasForced_) << "the dialog did not close";
     }
 
   private:
-    // Null where none comes within half a minute.
-    static HWND awaitDialog(DWORD thread) {
-        const auto keepDialog = [](HWND window, LPARAM found) -> BOOL {
-            std::array<wchar_t, 64> title{};
-            GetWindowTextW(window, title.data(), static_cast<int>(title.size()));
-            if (IsWindowVisible(window) == FALSE || std::wstring(title.data()) != L"Velinor export v 1.63")
-                return TRUE;
-            *std::bit_cast<HWND*>(found) = window;
-            return FALSE;
-        };
-        HWND dialog = nullptr;
-        const auto end = std::chrono::steady_clock::now() + 30s;
-        while (dialog == nullptr && std::chrono::steady_clock::now() < end) {
+    // Null where none comes in time, or the export ends without.
+    HWND awaitDialog(DWORD thread) const {
+        const auto end = std::chrono::steady_clock::now() + kLongest;
+        while (!isExportOver_ && std::chrono::steady_clock::now() < end) {
+            const std::vector<HWND> dialogs = dialogsOf(thread);
+            if (!dialogs.empty()) return dialogs.front();
             std::this_thread::sleep_for(5ms);
-            EnumThreadWindows(thread, keepDialog, std::bit_cast<LPARAM>(&dialog));
         }
-        return dialog;
+        return nullptr;
     }
 
-    void work(DWORD thread, const std::vector<int>& buttons) {
+    void work(DWORD thread, const Acts& acts) {
         HWND const dialog = awaitDialog(thread);
         hasSeenDialog_ = dialog != nullptr;
-        for (const int button : buttons)
-            SendMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
+        if (dialog != nullptr) acts(dialog);
+        const auto end = std::chrono::steady_clock::now() + kLongest;
+        while (!isExportOver_) {
+            std::this_thread::sleep_for(5ms);
+            if (std::chrono::steady_clock::now() < end) continue;
+            for (HWND left : dialogsOf(thread)) {
+                hasForced_ = true;
+                PostMessageW(left, WM_CLOSE, 0, 0);
+            }
+        }
     }
 
+    std::atomic<bool> isExportOver_ = false;
     bool hasSeenDialog_ = false;
+    bool hasForced_ = false;
     std::thread thread_;
 };
 
@@ -88,7 +135,7 @@ struct Exported {
     std::vector<std::string> messages;
 };
 
-Exported exportWith(const std::string& caseName, std::initializer_list<int> buttons) {
+Exported exportWith(const std::string& caseName, DialogUser::Acts acts) {
     const PlugInLibrary plugIn;
     const SceneSnapshot scene = goldenScene(caseName);
     const auto host = makeSnapshotHost(scene, caseFolder(caseName));
@@ -97,20 +144,31 @@ Exported exportWith(const std::string& caseName, std::initializer_list<int> butt
     const auto exporter = plugIn.exporter();
     const SdkString name = maxString((target.path() / "package.jsx").u16string());
     {
-        const DialogUser user(buttons);
+        const DialogUser user(std::move(acts));
         EXPECT_EQ(exporter->DoExport(name.c_str(), nullptr, nullptr, 0, 0), 1);
     }
     const std::filesystem::path package = target.path() / "package";
     return {std::filesystem::exists(package) ? readTree(package) : Tree(), stage.messages};
 }
 
+Exported exportWith(const std::string& caseName, std::initializer_list<int> buttons) {
+    return exportWith(caseName, [clicks = std::vector<int>(buttons)](HWND dialog) {
+        for (const int button : clicks)
+            click(dialog, button);
+    });
+}
+
+void expectGolden(const std::string& caseName, const Tree& exported) {
+    const Tree actual = withoutDefaultSky(exported);
+    const Tree golden = readTree(caseFolder(caseName) / "expected");
+    const auto difference = firstDifference(expectedHere(golden, actual), actual);
+    EXPECT_EQ(difference, std::nullopt) << *difference;
+}
+
 class PromptsOfAGoldenScene : public testing::TestWithParam<std::string> {};
 
 TEST_P(PromptsOfAGoldenScene, GiveTheGoldenPackageWhenConfirmed) {
-    const Tree actual = withoutDefaultSky(exportWith(GetParam(), {IDOK}).package);
-    const Tree golden = readTree(caseFolder(GetParam()) / "expected");
-    const auto difference = firstDifference(expectedHere(golden, actual), actual);
-    EXPECT_EQ(difference, std::nullopt) << *difference;
+    expectGolden(GetParam(), exportWith(GetParam(), {IDOK}).package);
 }
 
 INSTANTIATE_TEST_SUITE_P(Case, PromptsOfAGoldenScene,
@@ -138,11 +196,90 @@ TEST(Prompts, TellOfAMissingImageLibraryAndWriteNothing) {
     EXPECT_NE(stage.messages[0].find("libvips-42.dll"), std::string::npos) << stage.messages[0];
 }
 
-TEST(Prompts, LeaveOutWhatIsUnchecked) {
+// Without materials, meshes are written and cleaned, and there is no sky.
+TEST(Prompts, LeaveOutMaterialsThatAreUnchecked) {
+    expectGolden("no-materials", exportWith("no-materials", {IDC_EXPORT_MATERIALS, IDOK}).package);
     const Exported exported = exportWith("physical-materials", {IDC_EXPORT_MATERIALS, IDOK});
     EXPECT_TRUE(exported.package.contains("index.jsx"));
-    for (const auto& [file, content] : exported.package)
-        EXPECT_FALSE(file.ends_with(".material") || file.ends_with(".dds")) << file;
+    for (const auto& [file, content] : exported.package) {
+        EXPECT_FALSE(file.ends_with(".material") || file.ends_with(".dds") || file.ends_with(".xml")) << file;
+    }
+}
+
+TEST(Prompts, KeepIntermediateMeshesWhereCleaningIsUnchecked) {
+    const Exported exported =
+        exportWith("no-materials", {IDC_EXPORT_MATERIALS, IDC_CLEAN_EXPORT_FOLDER, IDOK});
+    EXPECT_TRUE(exported.package.contains("resources/Tri.mesh.xml"));
+}
+
+TEST(Prompts, WriteWebtablesAlsoWhenTheyAreUnchecked) {
+    expectGolden("web-panel", exportWith("web-panel", {IDC_EXPORT_WEBTABLES, IDOK}).package);
+}
+
+// The golden lights are those of helper lights at 80 percent.
+TEST(Prompts, TakeTheTypedStrengthOfHelperLights) {
+    const Exported exported = exportWith("lights", [](HWND dialog) {
+        type(dialog, IDC_HELPER_LIGHT_PERCENT, L"80");
+        click(dialog, IDOK);
+    });
+    expectGolden("lights", exported.package);
+}
+
+TEST(Prompts, MakeHelperLightsBlackWhenNothingIsTouched) {
+    const std::string index = exportWith("lights", {IDOK}).package["index.jsx"];
+    const std::string helped = "diffuse={{ r: 1.000000, g: 0.500000, b: 0.000000 }}";
+    const std::string helper = "diffuse={{ r: 0.000000, g: 0.000000, b: 0.000000 }}";
+    const std::size_t place = index.find(helped);
+    ASSERT_NE(place, std::string::npos) << index;
+    const std::size_t next = index.find("diffuse=", place + 1);
+    ASSERT_NE(next, std::string::npos) << index;
+    EXPECT_EQ(index.substr(next, helper.size()), helper);
+}
+
+TEST(Prompts, WarnOfATypedMapThatIsNotThere) {
+    const Exported exported = exportWith("empty-scene", [](HWND dialog) {
+        type(dialog, IDC_ENVIRONMENT_MAP, L"\"C:\\sky.dds\"");
+        click(dialog, IDOK);
+    });
+    ASSERT_EQ(exported.messages.size(), 1U);
+    EXPECT_NE(exported.messages[0].find("\"\"C:\\sky.dds\"\": no file of this name exists"),
+              std::string::npos)
+        << exported.messages[0];
+    EXPECT_TRUE(exported.package.contains("resources/default.dds"));
+}
+
+TEST(Prompts, AreAskedInAThemedDialogOverTheActiveWindow) {
+    HWND host = CreateWindowExW(0, L"Static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 900, 600,
+                                nullptr, nullptr, nullptr, nullptr);
+    SetActiveWindow(host);
+    ASSERT_EQ(GetActiveWindow(), host);
+    const Exported exported = exportWith("mesh-with-parameters", [host](HWND dialog) {
+        std::array<wchar_t, 64> title{};
+        GetWindowTextW(dialog, title.data(), static_cast<int>(title.size()));
+        EXPECT_STREQ(title.data(), L"Velinor export v 1.63");
+        EXPECT_EQ(GetWindow(dialog, GW_OWNER), host);
+        EXPECT_FALSE(IsWindowEnabled(host));
+        EXPECT_NE(GetWindowTheme(GetDlgItem(dialog, IDC_EXPORT_LIGHTS)), nullptr) << "common controls 6";
+        click(dialog, IDCANCEL);
+    });
+    EXPECT_TRUE(IsWindowEnabled(host));
+    EXPECT_TRUE(exported.package.empty());
+    DestroyWindow(host);
+}
+
+TEST(Prompts, SwitchTheHostsAcceleratorsOffMeanwhile) {
+    const AcceleratorSwitches before = acceleratorSwitches();
+    int closings = 0;
+    for (const int button : {IDCANCEL, IDOK}) {
+        exportWith("empty-scene", [&](HWND dialog) {
+            EXPECT_EQ(acceleratorSwitches().off, before.off + closings + 1);
+            EXPECT_EQ(acceleratorSwitches().on, before.on + closings);
+            click(dialog, button);
+        });
+        ++closings;
+        EXPECT_EQ(acceleratorSwitches().off, before.off + closings);
+        EXPECT_EQ(acceleratorSwitches().on, before.on + closings);
+    }
 }
 
 }  // namespace
