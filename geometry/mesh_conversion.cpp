@@ -39,7 +39,8 @@ bool isThereForSure(const fs::path& path) {
 }
 
 // Records have a fixed length, which cuts long names short and fills up short ones with zero bytes. The names
-// of successive records can run together; readers count bytes.
+// of successive records can run together; readers count bytes. Text mode makes two bytes of the line feed on
+// Windows, so there a record with one has 9 on the disk.
 void addFailureRecord(const fs::path& log, const std::string& baseName, Report& report) {
     constexpr std::size_t kRecordSize = 8;
     std::string record = baseName + "\n";

@@ -24,7 +24,7 @@ struct MeshConversionContext {
 // unless it is there already. With automatic parameters the collision mesh gets three tries, two of them by
 // `faceCount`, the face count as the host reports it. Whether a tool did its work is judged by its file
 // alone. What was not made is noted in "failed_mesh.txt" and "failed_physics.txt", in records of exactly 8
-// bytes, and told in the report.
+// bytes (before line ends are converted), and told in the report.
 //
 // Always true. Throws std::filesystem::filesystem_error with the operation word "exists" where it cannot be
 // told whether the collision mesh is there.
