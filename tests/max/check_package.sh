@@ -70,5 +70,9 @@ while read -r name; do
         fail "the archive has $name, and docs/install-windows.md does not list it"
 done <<<"$found"
 
+for name in OGRE libvips LGPL-3; do
+    [ -s "$work/Plugins/tolvex/licenses/$name.txt" ] || fail "the licence $name is not in the archive"
+done
+
 (cd "$work" && "$@" ./3dsmax.exe)
 rm -r "$work"
