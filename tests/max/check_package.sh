@@ -7,7 +7,7 @@ root=$1 build=$2 host=$3
 shift 3
 stand_in=$build/bin/max_sdk_standin.dll
 work=$build/package-test
-rm -rf "$work"
+rm -rf "$work" "$build"/tolvex-*-windows.zip
 mkdir -p "$work"
 
 fail() {
