@@ -35,14 +35,40 @@ std::size_t prefixSize(Text path) {
     return isShare ? separatorAt(path, separatorAt(path, second + 1) + 1) : second;
 }
 
+// Zero off Windows, where two separators are one.
+std::size_t prefixSizeHere(const std::filesystem::path& path) {
+    return kIsWindows ? prefixSize(path.native()) : 0;
+}
+
+std::filesystem::path prefixOf(const std::filesystem::path& path) {
+    return std::filesystem::path(Text(path.native()).substr(0, prefixSizeHere(path))).make_preferred();
+}
+
 }  // namespace
 
 std::filesystem::path normalPath(const std::filesystem::path& path) {
-    const std::size_t size = kIsWindows ? prefixSize(path.native()) : 0;
+    const std::size_t size = prefixSizeHere(path);
     if (size == 0) return path.lexically_normal();
-    std::filesystem::path normal = Text(path.native()).substr(0, size);
+    std::filesystem::path normal = prefixOf(path);
     normal += std::filesystem::path(Text(path.native()).substr(size)).lexically_normal();
     return normal;
+}
+
+bool isAbsolutePath(const std::filesystem::path& path) {
+    return prefixSizeHere(path) > 0 || path.is_absolute();
+}
+
+std::filesystem::path absolutePath(const std::filesystem::path& path) {
+    return isAbsolutePath(path) ? path : std::filesystem::absolute(path);
+}
+
+std::filesystem::path joinedPath(const std::filesystem::path& folder, const std::filesystem::path& path) {
+    if (isAbsolutePath(path)) return path;
+    if (prefixSizeHere(folder) == 0 || path.has_root_name() || !path.has_root_directory())
+        return folder / path;
+    std::filesystem::path joined = prefixOf(folder);
+    joined += path;
+    return joined;
 }
 
 }  // namespace velinor

@@ -58,7 +58,7 @@ std::u16string hostText(const fs::path& path) {
 }
 
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(fs::weakly_canonical(path))); };
+    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(fs::weakly_canonical(absolutePath(path)))); };
     const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
 }
@@ -122,7 +122,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     if (!arguments.reading.selected.empty() && !arguments.settings.selectionOnly)
         progress.announce("--select changes nothing of the package without --selection-only");
 
-    const fs::path target = normalPath(fs::absolute(arguments.target));
+    const fs::path target = normalPath(absolutePath(arguments.target));
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
     const fs::path package = normalPath(packageFoldersFor(target, program).exportFolder);

@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "base/normal_path.h"
 #include "base/regular_file.h"
 #include "base/text.h"
 #include "cli/command_error.h"
@@ -46,7 +47,7 @@ void require(const std::error_code& error, const char* operation, const fs::path
 // Where a bitmap is an image that was taken out of the scene file.
 std::optional<fs::path> extracted(const SnapshotMap& map, const TemporaryFolder& images) {
     const fs::path file = toPath(map.bitmap);
-    return file.parent_path() == fs::absolute(images.path()) && isRegularFile(file) ? std::optional(file)
+    return file.parent_path() == images.path() && isRegularFile(file) ? std::optional(file)
                                                                                     : std::nullopt;
 }
 
@@ -68,10 +69,10 @@ void copyImages(SceneSource& source, const fs::path& folder) {
 
 void linkBitmaps(SceneSource& source) {
     if (!source.images) return;
-    ImageFolder folder(fs::absolute(source.images->path()));
+    ImageFolder folder(source.images->path());
     for (SnapshotMap& map : source.scene.maps) {
         if (isAscii(map.bitmap)) continue;
-        const fs::path file = source.folder / toPath(map.bitmap);
+        const fs::path file = joinedPath(source.folder, toPath(map.bitmap));
         if (!isRegularFile(file)) continue;
         const fs::path link = folder.unusedFile(withoutImageEnding(map.bitmap), imageEnding(map.bitmap));
         if (linkOrCopy(file, link)) {

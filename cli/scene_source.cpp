@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "cli/interrupts.h"
@@ -77,7 +78,7 @@ void requireFile(const fs::path& file) {
 }
 
 fs::path folderOf(const fs::path& file) {
-    return fs::absolute(file).parent_path();
+    return absolutePath(file).parent_path();
 }
 
 SceneSource readSnapshotSource(const fs::path& scene, const ReadingOptions& reading) {
@@ -116,7 +117,7 @@ void requireFolders(const std::vector<fs::path>& folders) {
 
 // The folder's path as a scene holds it.
 std::u16string hostPath(const fs::path& folder) {
-    const std::string path = utf8Path(fs::absolute(folder));
+    const std::string path = utf8Path(absolutePath(folder));
     const auto text = toUtf16(path);
     if (!text) refuse(path, "is not valid UTF-8; rename the folder");
     return *text;
@@ -145,7 +146,7 @@ SceneSource readScene(const fs::path& scene, Progress& progress, const SceneOpti
     AssimpOptions options;
     options.upAxis = reading.upAxis;
     options.assetFolders = reading.assetFolders;
-    if (source.images) options.imageFolder = fs::absolute(source.images->path());
+    if (source.images) options.imageFolder = source.images->path();
     source.scene = importIsolated(scene, options, progress, source.notes, reading.importLimits);
     return source;
 }

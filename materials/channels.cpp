@@ -3,6 +3,7 @@
 #include <array>
 #include <set>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 #include "materials/texture_placement.h"
 #include "platform/path_text.h"
@@ -231,7 +232,7 @@ std::optional<ChannelTable> collectChannels(const MaterialWriterContext& context
 std::u16string resolveMapFile(host::Host& host, host::HostText fileName) {
     std::u16string path(fileName);
     // A relative name means something to the host, which knows the scene's folder, and nothing to a copy.
-    if (host.DoesFileExist(path) && toPath(path).is_absolute()) return path;
+    if (host.DoesFileExist(path) && isAbsolutePath(toPath(path))) return path;
     const host::IFileResolutionManager* files = host.GetFileResolutionManager();
     if (files == nullptr) return path;
     if (!files->GetFullFilePath(path, host::AssetType::kXRefAsset))

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <new>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 #include "platform/path_text.h"
 #include "platform/process_info.h"
@@ -67,7 +68,7 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
     if (name.empty()) return fail(MessageId::exportFailed, "the host names no file");
     std::setlocale(LC_ALL, "C");  // as the export does; narrow forms go by it
     // The tools run elsewhere, and could not use a relative path.
-    const std::filesystem::path target = std::filesystem::absolute(toPath(name));
+    const std::filesystem::path target = absolutePath(toPath(name));
     // The tools and the scripts could not name files there.
     if (!hasNarrowForm(target)) {
         return fail(

@@ -7,6 +7,7 @@
 #include <array>
 #include <string_view>
 
+#include "base/normal_path.h"
 #include "hosts/max/max_values.h"
 #include "plugin/resource.h"
 
@@ -39,7 +40,7 @@ const MCHAR* stringResource(StringResource id) {
 
 std::filesystem::path modulePath() {
     const char* name = ownFile().dli_fname;
-    return name == nullptr ? std::filesystem::path() : std::filesystem::absolute(name);
+    return name == nullptr ? std::filesystem::path() : absolutePath(name);
 }
 
 }  // namespace velinor

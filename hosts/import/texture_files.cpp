@@ -94,12 +94,12 @@ std::string shownFolders(const TextureFiles& files) {
 }  // namespace
 
 TextureFiles::TextureFiles(const fs::path& scene, TextureNames names, std::span<const fs::path> assetFolders)
-    : folder_(normalPath(fs::absolute(scene).parent_path())), isEncoded_(names == TextureNames::uris) {
+    : folder_(normalPath(absolutePath(scene).parent_path())), isEncoded_(names == TextureNames::uris) {
     fs::path media = folder_ / scene.stem();
     media += ".fbm";
     searched_ = {folder_, media, folder_ / "textures", folder_ / "Textures", folder_ / "maps"};
     for (const fs::path& folder : assetFolders)
-        searched_.push_back(fs::absolute(folder));
+        searched_.push_back(absolutePath(folder));
 }
 
 std::optional<fs::path> TextureFiles::find(std::u16string_view name) const {
@@ -117,9 +117,9 @@ std::optional<fs::path> TextureFiles::find(std::u16string_view name) const {
 
 // The path as it stands; then, since some writers put a separator before relative paths, without that.
 std::vector<fs::path> TextureFiles::pathsOf(std::u16string_view name) const {
-    std::vector<fs::path> paths{folder_ / portablePath(name)};
+    std::vector<fs::path> paths{joinedPath(folder_, portablePath(name))};
     const auto start = std::min(name.find_first_not_of(u"\\/"), name.size());
-    if (start != 0) paths.push_back(folder_ / portablePath(name.substr(start)));
+    if (start != 0) paths.push_back(joinedPath(folder_, portablePath(name.substr(start))));
     return paths;
 }
 

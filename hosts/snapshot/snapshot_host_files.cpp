@@ -3,6 +3,7 @@
 #include <optional>
 #include <system_error>
 
+#include "base/normal_path.h"
 #include "base/text.h"
 
 namespace velinor {
@@ -29,19 +30,19 @@ std::optional<std::u16string> textOf(const fs::path& path) {
 }  // namespace
 
 SnapshotHostFiles::SnapshotHostFiles(const std::vector<std::u16string>& assetFolders, const fs::path& folder)
-    : folder_(folder.empty() ? fs::current_path() : fs::absolute(folder)), searched_{folder_} {
+    : folder_(folder.empty() ? fs::current_path() : absolutePath(folder)), searched_{folder_} {
     for (const auto& assetFolder : assetFolders)
-        searched_.push_back(folder_ / toPath(assetFolder));
+        searched_.push_back(joinedPath(folder_, toPath(assetFolder)));
 }
 
 bool SnapshotHostFiles::exists(host::HostText file) const {
-    return isName(file) && isThere(folder_ / toPath(file));
+    return isName(file) && isThere(joinedPath(folder_, toPath(file)));
 }
 
 bool SnapshotHostFiles::GetFullFilePath(std::u16string& filePath, host::AssetType /*type*/) const {
     if (!isName(filePath)) return false;
     if (exists(filePath)) {
-        const auto text = textOf(folder_ / toPath(filePath));
+        const auto text = textOf(joinedPath(folder_, toPath(filePath)));
         if (text) filePath = *text;
         return text.has_value();
     }

@@ -5,13 +5,9 @@
 #include <string_view>
 #include <vector>
 
-namespace velinor {
+#include "tests/architecture/source_file.h"
 
-// A source file with its path from the root, e.g. "scene/node_name.cpp".
-struct SourceFile {
-    std::string path;
-    std::string text;
-};
+namespace velinor {
 
 // The part of the architecture that a file belongs to: its folder, or for some files a part of their own.
 // Empty for a path that belongs to none.

@@ -1,44 +1,15 @@
 #include "tests/architecture/include_rules.h"
-#include "base/text.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
 
 namespace velinor {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-bool isSource(const fs::path& path) {
-    return path.extension() == ".h" || path.extension() == ".cpp";
-}
-
-// Every source file of the project, without what was built.
-std::vector<SourceFile> sourceFiles() {
-    const fs::path root = TOLVEX_SOURCE_DIR;
-    std::vector<SourceFile> files;
-    for (fs::recursive_directory_iterator entry(root), end; entry != end; ++entry) {
-        const std::string name = utf8Path(entry->path().filename());
-        if (entry->is_directory() && (name.starts_with("build") || name.starts_with("."))) {
-            entry.disable_recursion_pending();
-        } else if (entry->is_regular_file() && isSource(entry->path())) {
-            files.push_back({fs::relative(entry->path(), root).generic_string(), contentOf(entry->path())});
-        }
-    }
-    return files;
-}
 
 TEST(IncludeRules, HoldInTheWholeTree) {
     const std::vector<SourceFile> files = sourceFiles();
