@@ -41,8 +41,8 @@ TEST(NormalPath, JoinsSuperfluousSeparators) {
 }
 
 TEST(AbsolutePath, IsThePathItselfWhereItIsAbsolute) {
-    for (const char* path :
-         {"C:\\a\\b", "\\\\server\\share\\a", "//server/share/a", "\\\\?\\C:\\a", "\\\\?\\UNC\\server\\share\\a"}) {
+    for (const char* path : {"C:\\a\\b", "\\\\server\\share\\a", "//server/share/a", "\\\\?\\C:\\a",
+                             "\\\\?\\UNC\\server\\share\\a"}) {
         EXPECT_TRUE(isAbsolutePath(path)) << path;
         EXPECT_EQ(absolutePath(path).string(), path);
     }

@@ -58,7 +58,9 @@ std::u16string hostText(const fs::path& path) {
 }
 
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(fs::weakly_canonical(absolutePath(path)))); };
+    const auto keyOf = [](const fs::path& path) {
+        return fs::path(fileNameKey(fs::weakly_canonical(absolutePath(path))));
+    };
     const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
 }

@@ -3,10 +3,11 @@
 #include <cstdio>
 #include <system_error>
 
-#include "base/regular_file.h"
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "cli/sibling_name.h"
+#include "platform/error_text.h"
+#include "plugin/package_folders.h"
 
 namespace velinor {
 namespace {
@@ -19,10 +20,6 @@ bool isFullFolder(const fs::path& path) {
 }
 
 }  // namespace
-
-bool isPackage(const fs::path& folder) {
-    return isRegularFile(folder / "index.jsx") && isRegularFile(folder / "where.json");
-}
 
 PackageReplacement::PackageReplacement(const fs::path& package, bool overwrite) : package_(package) {
     std::error_code error;
@@ -60,7 +57,7 @@ std::optional<std::string> PackageReplacement::keep() {
     std::error_code error;
     fs::remove_all(*aside_, error);
     if (!error) return std::nullopt;
-    return "remove: " + utf8Path(*aside_) + ": " + error.message() +
+    return "remove: " + utf8Path(*aside_) + ": " + errorText(error) +
            "; the new package is complete, remove this rest of the old one by hand";
 }
 
@@ -81,7 +78,7 @@ void PackageReplacement::putBack() {
     if (aside_ && !error) fs::rename(*aside_, package_, error);
     if (!error) return;
     std::fprintf(stderr, "tolvex: %s: %s; %s\n", printable(utf8Path(package_)).c_str(),
-                 error.message().c_str(),
+                 errorText(error).c_str(),
                  aside_ ? ("what stood there before is now " + printable(utf8Path(*aside_))).c_str()
                         : "remove this rest of the export by hand");
 }

@@ -7,9 +7,6 @@
 
 namespace velinor {
 
-// Whether `folder` is a package: a folder that holds index.jsx and where.json.
-bool isPackage(const std::filesystem::path& folder);
-
 // Guards the package folder of one export, from before its first write until keep().
 //
 // What stands under the package's name and is to give way (a package with `overwrite`; otherwise, as every

@@ -11,6 +11,7 @@
 #include "cli/collision_mesh_reader.h"
 #include "cli/material_script_reader.h"
 #include "cli/ogre_mesh_reader.h"
+#include "platform/error_text.h"
 
 namespace velinor {
 namespace {
@@ -137,7 +138,7 @@ std::optional<std::string> ResourceCheck::read(const std::string& file) {
         stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         if (stream) return bytes;
     }
-    const std::string reason = error        ? error.message()
+    const std::string reason = error        ? errorText(error)
                                : errno != 0 ? std::generic_category().message(errno)
                                             : "it became shorter meanwhile";
     addFault(file, "cannot be read: " + reason);

@@ -10,6 +10,7 @@
 #include "cli/command_error.h"
 #include "hosts/assimp/image_folder.h"
 #include "platform/copy_file_over.h"
+#include "platform/error_text.h"
 
 namespace velinor {
 namespace {
@@ -40,15 +41,14 @@ std::string stemOf(const fs::path& out) {
 
 void require(const std::error_code& error, const char* operation, const fs::path& path) {
     if (!error) return;
-    throw CommandError(kFailed, std::string(operation) + ": " + utf8Path(path) + ": " + error.message() +
+    throw CommandError(kFailed, std::string(operation) + ": " + utf8Path(path) + ": " + errorText(error) +
                                     "; check free space and permissions of its folder");
 }
 
 // Where a bitmap is an image that was taken out of the scene file.
 std::optional<fs::path> extracted(const SnapshotMap& map, const TemporaryFolder& images) {
     const fs::path file = toPath(map.bitmap);
-    return file.parent_path() == images.path() && isRegularFile(file) ? std::optional(file)
-                                                                                    : std::nullopt;
+    return file.parent_path() == images.path() && isRegularFile(file) ? std::optional(file) : std::nullopt;
 }
 
 void copyImages(SceneSource& source, const fs::path& folder) {

@@ -18,6 +18,7 @@
 #include "cli/node_selection.h"
 #include "hosts/ase/ase_reader.h"
 #include "hosts/assimp/assimp_reader.h"
+#include "platform/error_text.h"
 #include "platform/open_file.h"
 
 namespace velinor {
@@ -72,7 +73,7 @@ void requireFile(const fs::path& file) {
     const std::string name = utf8Path(file);
     if (status.type() == fs::file_type::not_found) refuse(name, "does not exist; check the path");
     if (fs::is_directory(status)) refuse(name, "is a folder; name a scene file in it");
-    if (error) refuse(name, "cannot be read: " + error.message() + "; check the path and its permissions");
+    if (error) refuse(name, "cannot be read: " + errorText(error) + "; check the path and its permissions");
     // Libraries wait for ever for what a pipe does not send.
     if (!fs::is_regular_file(status)) refuse(name, "is no ordinary file; copy the scene into one");
 }
@@ -101,7 +102,7 @@ std::unique_ptr<TemporaryFolder> makeImageFolder() {
         return std::make_unique<TemporaryFolder>();
     } catch (const std::system_error& error) {
         throw CommandError(kFailed, "create_directory: a folder for images of the scene cannot be made: " +
-                                        error.code().message() + "; set " + kTemporaryFolderVariable +
+                                        errorText(error.code()) + "; set " + kTemporaryFolderVariable +
                                         " to a folder that can be written to");
     }
 }

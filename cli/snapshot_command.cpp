@@ -12,6 +12,7 @@
 #include "cli/scene_source.h"
 #include "cli/sibling_name.h"
 #include "cli/standard_output.h"
+#include "platform/error_text.h"
 #include "platform/open_file.h"
 
 namespace velinor {
@@ -43,7 +44,7 @@ void replaceFile(const fs::path& path, const std::string& bytes) {
     }
     fs::rename(temporary, path, error);
     if (!error) return;
-    const std::string reason = error.message();
+    const std::string reason = errorText(error);
     fs::remove(temporary, error);
     fail("rename", path, reason);
 }

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <vector>
 
+#include "platform/error_text.h"
+
 namespace velinor {
 namespace {
 
@@ -116,7 +118,7 @@ FileCopy checkSource(const fs::path& source) {
     const fs::file_status status = fs::status(source, error);
     if (status.type() == fs::file_type::not_found || error == std::errc::filename_too_long) return missing;
     if (status.type() == fs::file_type::none || status.type() == fs::file_type::unknown)
-        return unreadable(error.message());
+        return unreadable(errorText(error));
     if (status.type() == fs::file_type::directory) return unreadable("it is a folder");
     if (status.type() != fs::file_type::regular) return unreadable("it is no regular file");
     return {};
@@ -126,7 +128,7 @@ FileCopy copyWholeFile(const fs::path& source, const fs::path& target, Progress&
     FileCopy copy = checkSource(source);
     if (!copy.isPlaced()) return copy;
     PieceReader reader(source);
-    if (reader.error()) return unreadable(reader.error().message());
+    if (reader.error()) return unreadable(errorText(reader.error()));
     std::error_code error;
     if (fs::equivalent(source, target, error)) return {FileCopy::Outcome::alreadyThere, {}, 0};
     UnfinishedFile file(source, target);
@@ -135,7 +137,7 @@ FileCopy copyWholeFile(const fs::path& source, const fs::path& target, Progress&
         copy.bytes += piece.size();
         progress.advance(0);
     }
-    if (reader.error()) return unreadable(reader.error().message());
+    if (reader.error()) return unreadable(errorText(reader.error()));
     file.finish();
     return copy;
 }

@@ -17,9 +17,9 @@ inline constexpr const char* kTemporaryFolderVariable = "TMP";
 inline constexpr const char* kTemporaryFolderVariable = "TMPDIR";
 #endif
 
-// An empty folder of its own among the system's temporary ones. Off Windows no other user may look into it; there the
-// folder around it says who may, as a rule this user alone. It is removed, with all that is in it, at the end of its
-// owner's life; a process that is killed leaves it behind.
+// An empty folder of its own among the system's temporary ones. Off Windows no other user may look into it;
+// there the folder around it says who may, as a rule this user alone. It is removed, with all that is in it,
+// at the end of its owner's life; a process that is killed leaves it behind.
 class TemporaryFolder {
   public:
     // Throws std::filesystem::filesystem_error with the operation word "create_directory" where none can be

@@ -3,11 +3,14 @@
 #include <clocale>
 #include <filesystem>
 #include <new>
+#include <system_error>
 
 #include "base/normal_path.h"
 #include "base/text.h"
+#include "platform/error_text.h"
 #include "platform/path_text.h"
 #include "platform/process_info.h"
+#include "plugin/file_error_text.h"
 #include "plugin/host_messages_max.h"
 #include "plugin/image_library_max.h"
 #include "plugin/module_max.h"
@@ -24,6 +27,11 @@ void quietly(const Work& work) {
         return;
     }
 }
+
+constexpr FullFolderAdvice kAdvice{
+    "a package is there already: delete the folder or choose another name",
+    "a folder with other files is there: choose another name",
+};
 
 }  // namespace
 
@@ -48,13 +56,15 @@ std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSup
     } catch (const ExportStopped&) {
         fail(MessageId::exportStopped, "");
     } catch (const std::filesystem::filesystem_error& error) {
-        fail(MessageId::exportFailed, error.what());
+        fail(MessageId::exportFailed, fileErrorText(error, kAdvice));
         return std::current_exception();
     } catch (const ::TabOutOfRangeException&) {
         fail(MessageId::exportFailed, "a list of the host is shorter than it should be");
         return std::current_exception();
     } catch (const std::bad_alloc&) {
         fail(MessageId::exportFailed, "there is not enough memory");
+    } catch (const std::system_error& error) {
+        fail(MessageId::exportFailed, errorText(error.code()));
     } catch (const std::exception& error) {
         fail(MessageId::exportFailed, error.what());
     } catch (...) {
@@ -76,12 +86,12 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
             "the path has characters that the system's code page lacks; choose another folder or name");
     }
     const auto fault = imageLibraryFault(modulePath());
-    if (fault) return fail(MessageId::imageLibraryMissing, fault->c_str());
+    if (fault) return fail(MessageId::imageLibraryMissing, *fault);
     const std::u16string text = toUtf16Lossy(utf8Path(target));
     exporter_.DoExport(text.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
 }
 
-void ExportSession::fail(MessageId id, const char* detail) {
+void ExportSession::fail(MessageId id, const std::string& detail) {
     quietly([&] { report_.add(id, "tolvex", detail); });
 }
 

@@ -28,7 +28,7 @@ class ExportSession {
   private:
     std::exception_ptr exportTo(host::HostText name, bool isPromptSuppressed);
     void exportNow(const std::u16string& name, bool isPromptSuppressed);
-    void fail(MessageId id, const char* detail);
+    void fail(MessageId id, const std::string& detail);
     void finish();
 
     MaxHost host_;

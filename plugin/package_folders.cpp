@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "base/normal_path.h"
+#include "base/regular_file.h"
 #include "base/text.h"
 
 namespace velinor {
@@ -47,6 +48,10 @@ PackageFolders packageFoldersFor(const fs::path& fileName, const fs::path& hostE
     folders.resourcesFolder = concatenated(folders.exportFolder, "resources");
     folders.thumbsFolder = concatenated(folders.exportFolder, "thumbs");
     return folders;
+}
+
+bool isPackage(const fs::path& folder) {
+    return isRegularFile(folder / "index.jsx") && isRegularFile(folder / "where.json");
 }
 
 void createPackageFolders(const PackageFolders& folders) {

@@ -22,6 +22,9 @@ struct PackageFolders {
 PackageFolders packageFoldersFor(const std::filesystem::path& fileName,
                                  const std::filesystem::path& hostExecutable);
 
+// Whether `folder` is a package: a folder that holds index.jsx and where.json.
+bool isPackage(const std::filesystem::path& folder);
+
 // Creates the package's folders. What bears the package's name already is removed if it is a file or an empty
 // folder. Throws std::filesystem::filesystem_error with the operation word "remove" or
 // "create_directory" and the path.

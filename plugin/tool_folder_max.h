@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/error_text.h"
 #include "platform/temporary_folder.h"
 #include "platform/tool_runner.h"
 
@@ -24,7 +25,7 @@ class ToolFolder final : public ToolRunner {
             if (!folder_) folder_.emplace();
         } catch (const std::system_error& error) {
             return {ToolRun::End::notStarted, 0,
-                    std::string("no folder can be made for it to run in: ") + error.what()};
+                    "no folder can be made for it to run in: " + errorText(error.code())};
         }
         return SystemToolRunner(folder_->path(), whileWaiting_).run(command);
     }

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "hosts/assimp/assimp_text.h"
+#include "platform/error_text.h"
 
 namespace velinor {
 namespace {
@@ -25,7 +26,7 @@ constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30U;
 ConvertedImage readFile(const fs::path& file) {
     std::error_code error;
     const std::uintmax_t size = fs::file_size(file, error);
-    if (error) return {{}, error.message()};
+    if (error) return {{}, errorText(error)};
     if (size > kLargestFile) return {{}, "it is too large"};
     std::ifstream stream(file, std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

@@ -19,6 +19,8 @@ const std::vector<CallRule>& callRules() {
          "absolute() knows no paths of servers; use absolutePath of base/normal_path.h"},
         {std::regex(R"(\bis_absolute\()"), "base/normal_path.",
          "is_absolute() knows no paths of servers; use isAbsolutePath of base/normal_path.h"},
+        {std::regex(R"((\.|->)message\(\))"), "platform/error_text",
+         "message() is not UTF-8 on Windows; use errorText of platform/error_text.h"},
     };
     return rules;
 }

@@ -8,8 +8,8 @@
 
 namespace velinor {
 
-// Every use of such an operation in `file`, as "path:line: what is wrong", in the order of the lines. Tests may
-// use what they like.
+// Every use of such an operation in `file`, as "path:line: what is wrong", in the order of the lines. Tests
+// may use what they like.
 std::vector<std::string> callFaults(const SourceFile& file);
 
 }  // namespace velinor

@@ -32,6 +32,11 @@ TEST(CallRules, FindWhatBreaksThem) {
                   "b.is_absolute()",
                   {"cli/a.cpp:1: is_absolute() knows no paths of servers; use isAbsolutePath of "
                    "base/normal_path.h"}},
+             Case{"tools/a.cpp",
+                  "x = error.code().message();",
+                  {"tools/a.cpp:1: message() is not UTF-8 on Windows; use errorText of "
+                   "platform/error_text.h"}},
+             Case{"cli/a.cpp", "message(entry.id); std::generic_category().message(errno);", {}},
              Case{"base/normal_path.cpp", "b.is_absolute() || fs::absolute(b)", {}},
              Case{"cli/a_test.cpp", "b.is_absolute()", {}},
          }) {

@@ -149,7 +149,7 @@ const std::vector<PartRule>& partRules() {
         {"hosts/snapshot", {"host", "base"}},
         {"hosts/import", {"base"}},
         {"hosts/ase", {"hosts/import", "hosts/snapshot", "host", "base"}},
-        {"hosts/assimp", {"hosts/import", "hosts/snapshot", "host", "base"}},
+        {"hosts/assimp", {"hosts/import", "hosts/snapshot", "host", "platform", "base"}},
         {"hosts/max/sdk_standin", {}},
         {"hosts/max", {"hosts/max/sdk_standin", "host", "base"}},
         {"plug-in",

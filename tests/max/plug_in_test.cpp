@@ -1,7 +1,7 @@
 // The loaded plug-in: what it answers the host, and its exports of golden scenes.
 #include "hosts/max/max_sdk.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <clocale>
 #include <set>
@@ -234,12 +234,33 @@ TEST_F(PlugInExportTest, WritesFilesAndMessagesToTheHostsLog) {
 
 TEST_F(PlugInExportTest, LetsFileSystemErrorsReachTheHost) {
     fs::create_directories(package_ / "occupied");
-    EXPECT_THROW(exportScene(), fs::filesystem_error);
+    try {
+        exportScene();
+        ADD_FAILURE() << "nothing is thrown";
+    } catch (const fs::filesystem_error& error) {
+        EXPECT_NE(std::string(error.what()).find("filesystem error: remove: "), std::string::npos)
+            << error.what();
+        EXPECT_EQ(error.path1(), package_);
+    }
     EXPECT_FALSE(stage_->stageCore.isBarShown);
-    EXPECT_NE(log().find("1 Velinor scene exporter: tolvex: the export broke off"), std::string::npos)
-        << log();
+    EXPECT_THAT(log(), testing::HasSubstr(
+                           "1 Velinor scene exporter: tolvex: the export broke off, so the package is not "
+                           "complete (remove: " +
+                           utf8Path(package_) + ": "));
+    EXPECT_THAT(log(), testing::HasSubstr("; a folder with other files is there: choose another name).\n"));
     fs::remove(package_ / "occupied");
     EXPECT_EQ(exportScene(), 1);
+}
+
+TEST_F(PlugInExportTest, TellsWhatToDoAboutAPackageThatIsThere) {
+    EXPECT_EQ(exportScene(), 1);
+    stage_->stageCore.log.clear();
+    EXPECT_THROW(exportScene(), fs::filesystem_error);
+    EXPECT_THAT(log(), testing::HasSubstr("(remove: " + utf8Path(package_) + ": "));
+    EXPECT_THAT(log(), testing::HasSubstr(
+                           "; a package is there already: delete the folder or choose another name).\n"));
+    EXPECT_EQ(log().find("--overwrite"), std::string::npos) << log();
+    EXPECT_TRUE(isWritten("index.jsx"));
 }
 
 TEST_F(PlugInExportTest, LetsTheHostsOwnErrorsThrough) {

@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "base/text_sink.h"
+#include "platform/error_text.h"
 #include "platform/text_file.h"
 
 // o part_1
@@ -47,7 +48,7 @@ class PendingFile {
         if (!file_.close()) fail(file_.error());
         std::error_code error;
         fs::rename(path_, target_, error);
-        if (error) fail(error.message());
+        if (error) fail(errorText(error));
         isMoved_ = true;
     }
 
