@@ -117,6 +117,7 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 }  // namespace
 
 ExitStatus runExport(const ExportArguments& arguments) {
+    requireImageLibrary();
     ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
     SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});

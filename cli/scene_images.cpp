@@ -9,8 +9,10 @@
 #include "base/text.h"
 #include "cli/command_error.h"
 #include "hosts/assimp/image_folder.h"
+#include "materials/image_library.h"
 #include "platform/copy_file_over.h"
 #include "platform/error_text.h"
+#include "platform/process_info.h"
 
 namespace velinor {
 namespace {
@@ -66,6 +68,14 @@ void copyImages(SceneSource& source, const fs::path& folder) {
 }
 
 }  // namespace
+
+void requireImageLibrary() {
+    const auto fault = imageLibraryFault(executablePath().parent_path());
+    if (!fault) return;
+    throw CommandError(
+        kFailed,
+        *fault + ": the image library cannot be loaded; it belongs beside the program, put it there");
+}
 
 void linkBitmaps(SceneSource& source) {
     if (!source.images) return;

@@ -8,6 +8,10 @@
 
 namespace velinor {
 
+// Throws CommandError (kFailed) where the image library is not beside the program or cannot be loaded. Before
+// anything that may look at images.
+void requireImageLibrary();
+
 // Makes every bitmap of an imported scene findable for the exporter, which knows paths by the low byte of
 // each character: a bitmap whose path has others than ASCII ones is linked (where that cannot be done,
 // copied) into source.images, under the name that it would have in the package. Does nothing for a scene that

@@ -63,6 +63,7 @@ ExitStatus runSnapshot(const SnapshotArguments& arguments) {
                            utf8Path(arguments.out) +
                                ": the ending does not say how to write it; use .scene.json or .scene.cbor");
     }
+    requireImageLibrary();
     ProgressBar progress(progressStyleOfStandardError());
     progress.announce("reading " + sceneName(arguments.scene) + " ...");
     SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});

@@ -2,7 +2,13 @@
 
 #include <vips/vips.h>
 
+#include "platform/late_library.h"
+
 namespace velinor {
+
+std::optional<std::string> imageLibraryFault(const std::filesystem::path& folder) {
+    return lateLibraryFault(folder / "libvips-42.dll");
+}
 
 int imageLibraryAbi() {
     return vips_version(3) - vips_version(5);

@@ -1,12 +1,19 @@
 // Starting up the image library, libvips.
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 
 namespace velinor {
 
 // The binary interface of libvips that this program was built for.
 inline constexpr int kImageLibraryAbi = 42;
+
+// Why the image library cannot be used, in words for a person that begin with its file; nothing where it can.
+// On Windows it lies in `folder`, where the system may not look by itself, and is loaded here: to be called
+// before anything else of it is.
+std::optional<std::string> imageLibraryFault(const std::filesystem::path& folder);
 
 // Starts the image library. `hostFolder` is the folder of the host program; the library finds its own files
 // from there. Where the library at hand has another binary interface, that is logged, the library is not

@@ -7,12 +7,12 @@
 
 #include "base/normal_path.h"
 #include "base/text.h"
+#include "materials/image_library.h"
 #include "platform/error_text.h"
 #include "platform/path_text.h"
 #include "platform/process_info.h"
 #include "plugin/file_error_text.h"
 #include "plugin/host_messages_max.h"
-#include "plugin/image_library_max.h"
 #include "plugin/module_max.h"
 
 namespace velinor {
@@ -85,7 +85,7 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
             MessageId::exportFailed,
             "the path has characters that the system's code page lacks; choose another folder or name");
     }
-    const auto fault = imageLibraryFault(modulePath());
+    const auto fault = imageLibraryFault(modulePath().parent_path() / "tolvex");
     if (fault) return fail(MessageId::imageLibraryMissing, *fault);
     const std::u16string text = toUtf16Lossy(utf8Path(target));
     exporter_.DoExport(text.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
