@@ -118,19 +118,19 @@ void writeResult(const ExportArguments& arguments, const ExportSummary& summary)
 
 ExitStatus runExport(const ExportArguments& arguments) {
     requireImageLibrary();
-    ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
-    progress.announce("reading " + sceneName(arguments.scene) + " ...");
-    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});
-    linkBitmaps(source);
-    if (!arguments.reading.selected.empty() && !arguments.settings.selectionOnly)
-        progress.announce("--select changes nothing of the package without --selection-only");
-
     const fs::path target = normalPath(absolutePath(arguments.target));
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
     const fs::path package = normalPath(packageFoldersFor(target, program).exportFolder);
     requireNarrowForm(package);
     requireSceneOutside(arguments, package);
+
+    ProgressBar progress(arguments.quiet ? ProgressStyle::silent : progressStyleOfStandardError());
+    progress.announce("reading " + sceneName(arguments.scene) + " ...");
+    SceneSource source = openScene(arguments.scene, progress, {SceneImages::extract, arguments.reading});
+    linkBitmaps(source, package.parent_path());
+    if (!arguments.reading.selected.empty() && !arguments.settings.selectionOnly)
+        progress.announce("--select changes nothing of the package without --selection-only");
 
     const auto host = makeSnapshotHost(source.scene, source.folder, pause);
     Report report;

@@ -1,8 +1,10 @@
 #include "cli/scene_images.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "base/normal_path.h"
 #include "base/regular_file.h"
@@ -13,6 +15,7 @@
 #include "platform/copy_file_over.h"
 #include "platform/error_text.h"
 #include "platform/process_info.h"
+#include "platform/spare_folders.h"
 
 namespace velinor {
 namespace {
@@ -33,6 +36,42 @@ bool linkOrCopy(const fs::path& from, const fs::path& to) {
     fs::create_symlink(from, to, error);
     if (!error) return true;
     return fs::copy_file(from, to, error);
+}
+
+bool isAsciiPath(const fs::path& path) {
+    return isAscii(textOf(path));
+}
+
+// Where links to bitmaps go: a folder with an ASCII path, if there is one.
+std::optional<fs::path> linkFolder(SceneSource& source, const fs::path& spare) {
+    const fs::path& images = source.images->path();
+    if (isAsciiPath(images)) return images;
+    std::vector<fs::path> parents = sharedTemporaryFolders();
+    parents.insert(parents.begin(), shortPath(images));
+    parents.push_back(shortPath(spare));
+    for (const fs::path& parent : parents) {
+        if (!isAsciiPath(parent)) continue;
+        try {
+            source.links = std::make_unique<TemporaryFolder>(parent);
+            return source.links->path();
+        } catch (const fs::filesystem_error&) {
+            continue;  // the next may do
+        }
+    }
+    return std::nullopt;
+}
+
+// Why a bitmap will be missed that has no link.
+std::string lossText(bool hasFolder) {
+    if (hasFolder) {
+        return "the bitmap cannot be found by a path with other than ASCII letters, and not be copied "
+               "either; "
+               "rename it";
+    }
+    return std::string(
+               "the bitmap cannot be found by a path with other than ASCII letters, and there is no "
+               "folder for a copy whose path has none; set ") +
+           kTemporaryFolderVariable + " to one";
 }
 
 // "room" for "room.scene.json" and "room.json".
@@ -77,20 +116,24 @@ void requireImageLibrary() {
         *fault + ": the image library cannot be loaded; it belongs beside the program, put it there");
 }
 
-void linkBitmaps(SceneSource& source) {
+void linkBitmaps(SceneSource& source, const fs::path& spare) {
     if (!source.images) return;
-    ImageFolder folder(source.images->path());
+    std::optional<ImageFolder> folder;
+    bool isFolderSought = false;
     for (SnapshotMap& map : source.scene.maps) {
         if (isAscii(map.bitmap)) continue;
         const fs::path file = joinedPath(source.folder, toPath(map.bitmap));
         if (!isRegularFile(file)) continue;
-        const fs::path link = folder.unusedFile(withoutImageEnding(map.bitmap), imageEnding(map.bitmap));
-        if (linkOrCopy(file, link)) {
-            map.bitmap = textOf(link);
+        if (!isFolderSought) {
+            if (const auto path = linkFolder(source, spare)) folder.emplace(*path);
+            isFolderSought = true;
+        }
+        std::optional<fs::path> link;
+        if (folder) link = folder->unusedFile(withoutImageEnding(map.bitmap), imageEnding(map.bitmap));
+        if (link && linkOrCopy(file, *link)) {
+            map.bitmap = textOf(*link);
         } else {
-            source.notes.add(utf8Path(file),
-                             "the bitmap cannot be found by a path with other than ASCII "
-                             "letters, and not be copied either; rename it");
+            source.notes.add(utf8Path(file), lossText(folder.has_value()));
         }
     }
 }

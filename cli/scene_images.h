@@ -14,9 +14,10 @@ void requireImageLibrary();
 
 // Makes every bitmap of an imported scene findable for the exporter, which knows paths by the low byte of
 // each character: a bitmap whose path has others than ASCII ones is linked (where that cannot be done,
-// copied) into source.images, under the name that it would have in the package. Does nothing for a scene that
-// was not imported: a snapshot says what its host said.
-void linkBitmaps(SceneSource& source);
+// copied) into source.images, under the name that it would have in the package. Where the path of
+// source.images is not ASCII either, a folder source.links is made: among the system's other temporary ones,
+// or else in `spare`. Does nothing for a scene that was not imported: a snapshot says what its host said.
+void linkBitmaps(SceneSource& source, const std::filesystem::path& spare);
 
 // The images of a scene that is saved as a snapshot.
 class SnapshotImages {

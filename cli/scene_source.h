@@ -25,6 +25,8 @@ struct SceneSource {
     // Of an imported scene: holds the images that were taken out of the file, and lives as long as they are
     // needed. Null where there can be none.
     std::unique_ptr<TemporaryFolder> images = {};
+    // Holds links to bitmaps where those cannot stand among the images. Null as a rule.
+    std::unique_ptr<TemporaryFolder> links = {};
 };
 
 // "standard input" for "-", otherwise the path as given.

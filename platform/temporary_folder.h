@@ -17,16 +17,17 @@ inline constexpr const char* kTemporaryFolderVariable = "TMP";
 inline constexpr const char* kTemporaryFolderVariable = "TMPDIR";
 #endif
 
-// An empty folder of its own among the system's temporary ones. Off Windows no other user may look into it;
-// there the folder around it says who may, as a rule this user alone. It is removed, with all that is in it,
-// at the end of its owner's life; a process that is killed leaves it behind.
+// An empty folder of its own among the system's temporary ones, or in one given. Off Windows no other user
+// may look into it; there the folder around it says who may, as a rule this user alone. It is removed, with
+// all that is in it, at the end of its owner's life; a process that is killed leaves it behind.
 class TemporaryFolder {
   public:
     // Throws std::filesystem::filesystem_error with the operation word "create_directory" where none can be
     // made.
-    TemporaryFolder() {
+    TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path()) {}
+    explicit TemporaryFolder(const std::filesystem::path& where) {
         namespace fs = std::filesystem;
-        const fs::path parent = absolutePath(fs::temp_directory_path());
+        const fs::path parent = absolutePath(where);
         std::random_device random;
         for (;;) {
             const fs::path candidate = parent / ("tolvex-" + std::to_string(random()));

@@ -97,6 +97,21 @@ TEST_F(ImportedImages, ABitmapWhoseNameIsNotAsciiIsExportedUnderTheNameOfThePack
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder() / "out/resources/gr__e__.png")));
 }
 
+TEST_F(ImportedImages, AnExportHasImagesWhereTemporaryFilesHaveAPathThatIsNotAscii) {
+    write("a.gltf", gltfTriangle(kColourMap, embedded("my wood")));
+    const TemporaryFolder parent;
+    const fs::path temporary = parent.path() / pathOfUtf8("\u0442\u043c\u043f");
+    fs::create_directory(temporary);
+    const TemporaryFilesIn variable(temporary);
+    const CommandResult result = run({"export", "--json", "a.gltf", "out.jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(resources().contains("my_wood.png")) << result.out;
+    EXPECT_EQ(result.out.find("texture-path-mangled"), std::string::npos) << result.out;
+    EXPECT_NE(resources().at("M.material").find("texture my_wood.png"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(temporary));
+    EXPECT_EQ(entryCount(), 3U) << "the two scenes and the package";
+}
+
 TEST_F(ImportedImages, ASnapshotKeepsTheImagesBesideItAndNamesThemThere) {
     write("a.gltf", gltfTriangle(kColourMap, embedded("wood")));
     fs::create_directory(folder() / "saved");
