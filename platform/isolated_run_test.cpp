@@ -8,9 +8,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace velinor {
 namespace {
@@ -171,6 +176,25 @@ TEST(RunIsolated, DropsWhatTheWorkPrints) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(messages, std::vector<std::string>{"message"});
 }
+
+#ifdef _WIN32
+// Writes a size that no message can have into whatever pipe there is, and goes on.
+const IsolatedWork kGoMad("go-mad", [](std::string_view, const SendMessage&) {
+    const std::uint64_t size = std::numeric_limits<std::uint64_t>::max();
+    for (std::uintptr_t number = 4; number < 4096; number += 4) {
+        HANDLE handle = reinterpret_cast<HANDLE>(number);
+        DWORD written = 0;
+        if (GetFileType(handle) == FILE_TYPE_PIPE) WriteFile(handle, &size, sizeof size, &written, nullptr);
+    }
+    std::this_thread::sleep_for(std::chrono::minutes(1));
+});
+
+TEST(RunIsolated, EndsAProcessThatHasGoneMad) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(run(kGoMad).end, RunEnd::crashed);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
+}
+#endif
 
 TEST(RunIsolated, EndsTheOtherProcessWhereTheReceiverThrows) {
     EXPECT_THROW(

@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::string_view kWorkArgument = "--isolated-work";
 
-// Exit codes of the other process. The second highest byte's bit marks them as a program's own, so that no
+// Exit codes of the other process. Bit 29, in the highest byte, marks them as a program's own, so that no
 // exception of the system has them.
 constexpr DWORD kFinished = 0;
 constexpr DWORD kOutOfMemory = 0xE0540001U;
@@ -183,12 +183,12 @@ class WorkProcess {
         return exitCodeOf(child_.process);
     }
 
-  private:
     void end() const {
         TerminateProcess(child_.process.get(), kBroken);
         hasEnded(INFINITE);
     }
 
+  private:
     Handle job_;
     Child child_;
 };
@@ -218,8 +218,8 @@ class MessageReader {
     std::uint64_t largest_;
 };
 
-// Returns at the end of the stream.
-void passMessages(HANDLE pipe, const WorkProcess& process, const MessageReader& reader,
+// True at the end of the stream, false where what comes is no message.
+bool passMessages(HANDLE pipe, const WorkProcess& process, const MessageReader& reader,
                   const std::function<void(std::string_view)>& receive,
                   const std::function<void()>& whileWaiting) {
     constexpr DWORD kPause = 2;  // milliseconds; pipes cannot be waited for
@@ -231,7 +231,7 @@ void passMessages(HANDLE pipe, const WorkProcess& process, const MessageReader& 
         for (std::size_t before = bytes.size();; before = bytes.size()) {
             if (!readAvailable(pipe, bytes)) isOver = true;
             if (bytes.size() == before) break;
-            if (!reader.pass(bytes, receive)) return;
+            if (!reader.pass(bytes, receive)) return false;
         }
         if (GetTickCount64() - lastTick >= kTick) {
             whileWaiting();
@@ -239,6 +239,7 @@ void passMessages(HANDLE pipe, const WorkProcess& process, const MessageReader& 
         }
         if (!isOver) process.hasEnded(kPause);
     }
+    return true;
 }
 
 std::string hexadecimal(DWORD number) {
@@ -290,7 +291,9 @@ IsolatedRun runIsolated(const IsolatedWork& work, std::string_view input,
     if (writeAll(inputPipe.write.get(), &preamble, sizeof preamble))
         writeAll(inputPipe.write.get(), input.data(), input.size());
     inputPipe.write.reset();
-    passMessages(messagePipe.read.get(), process, MessageReader(limits.memoryBytes), receive, whileWaiting);
+    if (!passMessages(messagePipe.read.get(), process, MessageReader(limits.memoryBytes), receive,
+                      whileWaiting))
+        process.end();  // it may never by itself
     messagePipe.read.reset();
     return runOf(process.exitCode());
 }

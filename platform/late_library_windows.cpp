@@ -31,7 +31,7 @@ std::optional<std::string> lateLibraryFault(const std::filesystem::path& file) {
         lateLibrary = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
         if (lateLibrary == nullptr) {
             const DWORD error = GetLastError();
-            return utf8Path(file) + ": " + systemMessage(error);
+            return utf8Path(file) + ": " + systemMessage(error, utf8Path(file.filename()));
         }
         lateLibraryName = file.filename().native();
     }

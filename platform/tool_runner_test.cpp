@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <stdexcept>
 
 #include "base/text.h"
@@ -9,6 +10,12 @@
 #include "platform/path_text.h"
 #include "platform/temporary_folder.h"
 #include "tests/support/quoting.h"
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include "platform/system_message.h"
+#endif
 
 namespace velinor {
 namespace {
@@ -69,14 +76,48 @@ TEST(ToolRunner, TellsWhyAToolIsNotStarted) {
     const ToolRun missing = SystemToolRunner().run(sampleTool({}, folder.path() / "missing.exe"));
     EXPECT_EQ(missing.end, End::notStarted);
 #ifdef _WIN32
-    EXPECT_EQ(describe(missing), "not started: File not found");
+    EXPECT_EQ(describe(missing), "not started: " + systemMessage(ERROR_FILE_NOT_FOUND));
 #else
     EXPECT_EQ(describe(missing), "not started: No such file or directory");
 #endif
     EXPECT_EQ(SystemToolRunner().run(sampleTool({}, folder.path())).end, End::notStarted);
 }
 
+TEST(ToolRunner, WaitsForAToolThatClosesItsOutputEarly) {
+    EXPECT_EQ(run({"close", "sleep", "200", "exit", "4"}).code, 4);
+}
+
 #ifdef _WIN32
+TEST(ToolRunner, StartsProgramsWhosePathLooksLikeACommand) {
+    const TemporaryFolder folder;
+    const fs::path program = folder.path() / "a b; $(exit 1) & %PATH% ^'.exe";
+    copyFileOver(TOLVEX_SAMPLE_TOOL, program);
+    EXPECT_EQ(SystemToolRunner().run(sampleTool({"out", "fine"}, program)).output, "fine\n");
+}
+
+TEST(ToolRunner, TellsThatAFileIsNoProgram) {
+    const TemporaryFolder folder;
+    const fs::path plain = folder.path() / "plain.exe";
+    std::ofstream(plain) << "text";
+    const ToolRun run = SystemToolRunner().run(sampleTool({}, plain));
+    EXPECT_EQ(run.end, End::notStarted);
+    EXPECT_EQ(describe(run), "not started: " + systemMessage(ERROR_BAD_EXE_FORMAT, utf8Path(plain)));
+    EXPECT_NE(run.output.find(utf8Path(plain)), std::string::npos) << run.output;
+    EXPECT_EQ(run.output.find('%'), std::string::npos) << run.output;
+}
+
+// What is left running has the tool's output still open.
+TEST(ToolRunner, DoesNotWaitForWhatAToolLeavesRunning) {
+    const TemporaryFolder folder;
+    const fs::path go = folder.path() / "go";
+    const fs::path done = folder.path() / "done";
+    EXPECT_EQ(run({"out", "fine", "leave", "await", utf8Path(go), "touch", utf8Path(done)}).output, "fine\n");
+    EXPECT_FALSE(fs::exists(done)) << "it is still there";
+    std::ofstream(go).flush();
+    run({"await", utf8Path(done)});
+    EXPECT_TRUE(fs::exists(done));
+}
+
 TEST(ToolRunner, RefusesCommandLinesThatTheSystemWouldNotTake) {
     ToolCommand command = sampleTool({"out", "fine"});
     command.commandLine.resize(32766, ' ');

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/text.h"
 #include "platform/child_process_windows.h"
 #include "platform/path_text.h"
 #include "platform/system_message.h"
@@ -50,6 +51,10 @@ ToolRun runOf(DWORD exitCode, std::string output) {
     return {end, static_cast<int>(exitCode), std::move(output)};
 }
 
+std::filesystem::path programOf(const ToolCommand& command) {
+    return command.arguments.empty() ? std::filesystem::path() : pathOfNarrow(command.arguments.front());
+}
+
 }  // namespace
 
 ToolRun SystemToolRunner::run(const ToolCommand& command) {
@@ -67,7 +72,8 @@ ToolRun SystemToolRunner::run(const ToolCommand& command) {
         child = startChild(commandLine, workingFolder_ ? workingFolder_->c_str() : nullptr,
                            {nothing.get(), pipe.write.get(), pipe.write.get()});
     } catch (const std::system_error& error) {
-        return notStarted(systemMessage(static_cast<DWORD>(error.code().value())));
+        const auto code = static_cast<DWORD>(error.code().value());
+        return notStarted(systemMessage(code, utf8Path(programOf(command))));
     }
     pipe.write.reset();
     const RunningTool tool(std::move(child.process));

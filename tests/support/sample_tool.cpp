@@ -7,12 +7,16 @@
 //     copy                 prints what there is to read on standard input
 //     touch FILE           makes an empty file
 //     sleep MILLISECONDS
+//     await FILE           waits until the file is there, at most a minute
+//     close                closes both streams of output
+//     leave ...            starts itself with the arguments that follow and does not wait for it (Windows)
 //     crash                ends by a memory error
 //     exit STATUS
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -20,6 +24,12 @@
 
 #include "base/text.h"
 #include "platform/program_start.h"
+
+#ifdef _WIN32
+#include "platform/child_process_windows.h"
+#include "platform/process_info.h"
+#include "tests/support/quoting.h"
+#endif
 
 namespace velinor {
 namespace {
@@ -44,12 +54,34 @@ void crash() {
 #endif
 }
 
+void await(const std::filesystem::path& file) {
+    for (int i = 0; i < 600 && !std::filesystem::exists(file); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+}
+
+#ifdef _WIN32
+// What it starts writes where this program writes.
+void leaveRunning(const std::vector<std::string>& arguments) {
+    std::vector<std::string> texts{utf8Path(executablePath())};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    startChild(
+        pathOfUtf8(quotedCommandLine(texts)).native(), nullptr,
+        {GetStdHandle(STD_INPUT_HANDLE), GetStdHandle(STD_OUTPUT_HANDLE), GetStdHandle(STD_ERROR_HANDLE)});
+}
+#endif
+
 // The arguments that are left.
 class Script {
   public:
     explicit Script(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
 
     bool isOver() const { return at_ >= arguments_.size(); }
+    std::vector<std::string> takeAll() {
+        std::vector<std::string> rest;
+        while (!isOver())
+            rest.push_back(take());
+        return rest;
+    }
     std::string take() { return isOver() ? std::string() : arguments_[at_++]; }
 
   private:
@@ -70,6 +102,14 @@ void run(Script script) {
         if (word == "copy") copyInput();
         if (word == "touch") std::ofstream(pathOfUtf8(script.take())).flush();
         if (word == "sleep") std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(script.take())));
+        if (word == "await") await(pathOfUtf8(script.take()));
+        if (word == "close") {
+            std::fclose(stdout);
+            std::fclose(stderr);
+        }
+#ifdef _WIN32
+        if (word == "leave") leaveRunning(script.takeAll());
+#endif
         if (word == "crash") crash();
         if (word == "exit") std::exit(std::stoi(script.take()));
     }
