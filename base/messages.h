@@ -41,6 +41,7 @@ enum class MessageId {
     meshNameShared,
     meshNameChanged,
     toolMissing,
+    toolPathNotNarrow,
     meshNotConverted,
     toolFailed,
     toolOutputEmpty,

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "geometry/tool_commands.h"
+#include "platform/path_text.h"
 #include "platform/text_file.h"
 
 namespace velinor {
@@ -109,7 +110,11 @@ bool convertMesh(const MeshConversionContext& context, const std::string& baseNa
 
 void reportMissingTools(const PackageFolders& folders, const ExportSettings& settings, Report& report) {
     const auto requireTool = [&report](const fs::path& tool) {
-        if (!isThere(tool)) report.add(MessageId::toolMissing, utf8Path(tool));
+        if (!isThere(tool)) {
+            report.add(MessageId::toolMissing, utf8Path(tool));
+        } else if (!hasNarrowForm(tool)) {
+            report.add(MessageId::toolPathNotNarrow, utf8Path(tool));
+        }
     };
     requireTool(meshConverterPath(folders.pluginFolder));
     if (settings.generatePhysicalMeshes) requireTool(meshProcessorPath(folders.pluginFolder));

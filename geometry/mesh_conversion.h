@@ -30,7 +30,8 @@ struct MeshConversionContext {
 // told whether the collision mesh is there.
 bool convertMesh(const MeshConversionContext& context, const std::string& baseName, std::int32_t faceCount);
 
-// Tells the tools that are not where they should be, of those that the settings need.
+// Tells the tools that are not where they should be or cannot be started from there, of those that the
+// settings need.
 void reportMissingTools(const PackageFolders& folders, const ExportSettings& settings, Report& report);
 
 }  // namespace velinor

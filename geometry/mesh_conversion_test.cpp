@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "base/text.h"
+#include "platform/path_text.h"
 #include "platform/temporary_folder.h"
 #include "tests/support/platform_text.h"
 
@@ -24,6 +25,7 @@ class ScriptedTools final : public ToolRunner {
   public:
     ToolRun run(const ToolCommand& command) override {
         const bool isConverter = command.arguments[1] == "-d3d";
+        commandLines.push_back(command.commandLine);
         if (isConverter) {
             converted.push_back(command.arguments[3]);
         } else {
@@ -39,6 +41,7 @@ class ScriptedTools final : public ToolRunner {
     std::size_t successfulAttempt = 1;  // of the collision mesh; 0: none
     std::string content = "something";
     ToolRun result{.output = "it said this\n"};
+    std::vector<std::string> commandLines;
     std::vector<std::string> converted;  // the files that the converter was to read
     std::vector<std::string> options;    // what the processor was to do
 
@@ -94,6 +97,20 @@ TEST_F(MeshConversionTest, MakesBothFilesOfAMesh) {
     EXPECT_THAT(told(), IsEmpty());
     EXPECT_THAT(report_.written(), ElementsAre(WrittenFile{resources_ / "Chair.mesh", 9},
                                                WrittenFile{resources_ / "Chair.mesh_phy.obj", 9}));
+}
+
+TEST_F(MeshConversionTest, NamesFilesWithTheSystemsSeparators) {
+    settings_.autoParams = false;
+    settings_.fallbackQuality = 5;
+    convert("Chair");
+    const std::string resources = asPathText(utf8Path(resources_) + "/");
+    const std::string tools = asPathText(utf8Path(folder_.path()) + "/Plugins/tolvex/ogrexmltools/");
+    EXPECT_THAT(tools_.commandLines,
+                ElementsAre("\"" + tools + "OgreXMLConverter.exe\" -d3d -q  \"" + resources +
+                                "Chair.mesh.xml\" \"" + resources + "Chair.mesh\"",
+                            "\"" + tools + "meshprocessor.exe\" -import \"" + resources +
+                                "Chair.mesh.xml\" -convexHull -saveCollisionShapes \"" + resources +
+                                "Chair.mesh_phy.obj\""));
 }
 
 TEST_F(MeshConversionTest, TriesACollisionMeshThreeTimes) {
@@ -174,6 +191,21 @@ TEST_F(MeshConversionTest, TellsToolsThatAreMissing) {
     const fs::path tools = folders_.pluginFolder / "tolvex" / "ogrexmltools";
     EXPECT_THAT(told(), ElementsAre("tool-missing " + utf8Path(tools / "OgreXMLConverter.exe") + " ",
                                     "tool-missing " + utf8Path(tools / "meshprocessor.exe") + " "));
+}
+
+TEST_F(MeshConversionTest, TellsToolsThatCannotBeStartedByTheirPath) {
+    settings_.generatePhysicalMeshes = false;
+    folders_.pluginFolder = folder_.path() / pathOfUtf8("\u0431\u0438\u043d \u65e5");
+    const fs::path tools = folders_.pluginFolder / "tolvex" / "ogrexmltools";
+    fs::create_directories(tools);
+    std::ofstream(tools / "OgreXMLConverter.exe") << "x";
+    reportMissingTools(folders_, settings_, report_);
+    if (hasNarrowForm(tools)) {
+        EXPECT_THAT(told(), IsEmpty());
+    } else {
+        EXPECT_THAT(told(),
+                    ElementsAre("tool-path-not-narrow " + utf8Path(tools / "OgreXMLConverter.exe") + " "));
+    }
 }
 
 TEST_F(MeshConversionTest, NeedsOnlyTheToolsThatTheSettingsAskFor) {
