@@ -57,9 +57,18 @@ std::u16string hostText(const fs::path& path) {
     throw CommandError(kNotRun, utf8Path(path) + ": is not valid UTF-8; rename the folder");
 }
 
+// "C:\a" for "\\?\C:\a", which is the same file.
+fs::path withoutMark(const fs::path& path) {
+    const std::string text = utf8Path(fs::path(path).make_preferred());
+    for (const auto& [mark, plain] : {std::pair("\\\\?\\UNC\\", "\\\\"), std::pair("\\\\?\\", "")}) {
+        if (text.starts_with(mark)) return pathOfUtf8(plain + text.substr(std::string_view(mark).size()));
+    }
+    return path;
+}
+
 bool liesIn(const fs::path& file, const fs::path& folder) {
     const auto keyOf = [](const fs::path& path) {
-        return fs::path(fileNameKey(fs::weakly_canonical(absolutePath(path))));
+        return fs::path(fileNameKey(fs::weakly_canonical(withoutMark(absolutePath(path)))));
     };
     const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
@@ -72,6 +81,11 @@ void requireNarrowForm(const fs::path& package) {
     throw CommandError(kNotRun, utf8Path(package) +
                                     ": the path has letters that the system's code page of file names lacks; "
                                     "choose another TARGET");
+}
+
+void requirePossible(const fs::path& package) {
+    const auto fault = exportFolderFault(package);
+    if (fault) throw CommandError(kNotRun, utf8Path(package) + ": " + *fault + "; choose another TARGET");
 }
 
 // Replacing a package must not take away the scene that it is made of.
@@ -122,6 +136,7 @@ ExitStatus runExport(const ExportArguments& arguments) {
     const std::u16string targetText = hostText(target);
     const fs::path program = executablePath();
     const fs::path package = normalPath(packageFoldersFor(target, program).exportFolder);
+    requirePossible(package);
     requireNarrowForm(package);
     requireSceneOutside(arguments, package);
 

@@ -79,6 +79,9 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
     std::setlocale(LC_ALL, "C");  // as the export does; narrow forms go by it
     // The tools run elsewhere, and could not use a relative path.
     const std::filesystem::path target = absolutePath(toPath(name));
+    const auto impossible =
+        exportFolderFault(normalPath(packageFoldersFor(target, executablePath()).exportFolder));
+    if (impossible) return fail(MessageId::exportFailed, *impossible + "; choose another folder or name");
     // The tools and the scripts could not name files there.
     if (!hasNarrowForm(target)) {
         return fail(

@@ -1,5 +1,6 @@
 #include "plugin/package_folders.h"
 
+#include <string_view>
 #include <system_error>
 
 #include "base/normal_path.h"
@@ -48,6 +49,22 @@ PackageFolders packageFoldersFor(const fs::path& fileName, const fs::path& hostE
     folders.resourcesFolder = concatenated(folders.exportFolder, "resources");
     folders.thumbsFolder = concatenated(folders.exportFolder, "thumbs");
     return folders;
+}
+
+std::optional<std::string> exportFolderFault(const fs::path& exportFolder) {
+    constexpr bool kIsWindows = fs::path::preferred_separator == '\\';
+    constexpr std::size_t kLongestPath = 259;
+    constexpr std::size_t kLongest =
+        kLongestPath - std::string_view("\\resources\\FXUnlitSkyboxCubic.material").size();
+    if (!kIsWindows) return std::nullopt;
+    if (const std::string name = utf8Path(exportFolder.filename());
+        name.ends_with(' ') || name.ends_with('.'))
+        return "Windows drops blanks and dots at the end of a folder's name";
+    if (const std::size_t size = exportFolder.native().size(); size > kLongest) {
+        return "the path has " + std::to_string(size) + " characters, and Windows takes " +
+               std::to_string(kLongest) + " for a package";
+    }
+    return std::nullopt;
 }
 
 bool isPackage(const fs::path& folder) {

@@ -165,5 +165,14 @@ TEST_F(PackageFoldersTest, TellWhatCannotBeCleaned) {
     EXPECT_EQ(path, folder_ / "full.mesh.xml");
 }
 
+TEST(ExportFolderFault, TellsWhatWindowsCannotHold) {
+    const fs::path work = fs::path("C:/work").make_preferred();
+    EXPECT_EQ(exportFolderFault(work / "room"), std::nullopt);
+    EXPECT_EQ(exportFolderFault(work / std::string(221 - 8, 'n')), std::nullopt);
+    EXPECT_EQ(exportFolderFault(work / "room. x"), std::nullopt);
+    for (const std::string& name : {std::string("room "), std::string("room."), std::string(222 - 8, 'n')})
+        EXPECT_EQ(exportFolderFault(work / name).has_value(), kIsWindows) << name;
+}
+
 }  // namespace
 }  // namespace velinor

@@ -1,6 +1,9 @@
 // The command on paths as Windows has them.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
+#include "platform/copy_file_over.h"
 #include "platform/path_text.h"
 #include "tests/cli/command_test_support.h"
 
@@ -10,9 +13,49 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
+constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\ng T\nf 1 2 3\n";
+
 class WindowsPaths : public CommandTest {
   protected:
-    bool isExported(const fs::path& package) const { return fs::exists(package / "resources"); }
+    // A whole package.
+    static void expectPackage(const fs::path& package) {
+        for (const char* file : {"index.jsx", "where.json", "webtables.json", "resources/default.dds"})
+            EXPECT_TRUE(fs::exists(package / file)) << package << " " << file;
+    }
+};
+
+// The command and what belongs to it, in a folder of its own.
+class InstalledCommand : public WindowsPaths {
+  protected:
+    explicit InstalledCommand(const fs::path& name = "bin") : bin_(parent_.path() / name) {
+        const fs::path built = fs::path(TOLVEX_PROGRAM).parent_path();
+        fs::create_directories(bin_ / "Plugins/tolvex/ogrexmltools");
+        fs::create_directory(bin_ / "Plugins/tolvex/res");
+        for (const char* file : {"tolvex.exe", "libvips-42.dll", "Plugins/tolvex/res/default.dds"})
+            copyFileOver(built / file, bin_ / file);
+    }
+
+    void installTools() const {
+        const fs::path tools = "Plugins/tolvex/ogrexmltools";
+        for (const char* file : {"OgreXMLConverter.exe", "meshprocessor.exe"})
+            copyFileOver(fs::path(TOLVEX_PROGRAM).parent_path() / tools / file, bin_ / tools / file);
+    }
+
+    CommandResult runInstalled(const std::vector<std::string>& arguments) const {
+        CommandInput input;
+        input.folder = folder();
+        return runProgram(bin_ / "tolvex.exe", arguments, input);
+    }
+
+  private:
+    TemporaryFolder parent_;
+    fs::path bin_;
+};
+
+class InstalledOutsideTheCodePage : public InstalledCommand {
+  protected:
+    // No single-byte code page has both.
+    InstalledOutsideTheCodePage() : InstalledCommand(pathOfUtf8("\u0431\u0438\u043d \u65e5")) {}
 };
 
 TEST_F(WindowsPaths, TakesPathsThatTheSystemTakesAsTheyAre) {
@@ -20,7 +63,97 @@ TEST_F(WindowsPaths, TakesPathsThatTheSystemTakesAsTheyAre) {
     const CommandResult result = run({"export", "--quiet", "room.scene.json", target});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "\\\\?\\" + utf8Path(folder() / "room") + "\n");
-    EXPECT_TRUE(isExported(folder() / "room"));
+    expectPackage(folder() / "room");
+}
+
+TEST_F(WindowsPaths, KeepTheSceneThatIsInThePackageToReplace) {
+    makeOldPackage();
+    write("room/inner.scene.json", kRoom);
+    const std::string inner = utf8Path(folder() / "room" / "inner.scene.json");
+    const std::string mark = "\\\\?\\";
+    EXPECT_EQ(run({"export", "--overwrite", mark + inner, "room.jsx"}).status, 2);
+    EXPECT_EQ(run({"export", "--overwrite", inner, mark + utf8Path(folder() / "room.jsx")}).status, 2);
+    EXPECT_TRUE(fs::exists(folder() / "room/inner.scene.json"));
+}
+
+TEST_F(WindowsPaths, RefusesLongPathsBeforeAnythingIsWritten) {
+    const std::string plain = utf8Path(folder() / (std::string(240, 'n') + ".jsx"));
+    for (const std::string& target : {plain, "\\\\?\\" + plain, plain.substr(0, plain.size() - 10)}) {
+        const CommandResult result = run({"export", "room.scene.json", target});
+        EXPECT_EQ(result.status, 2) << result.err;
+        EXPECT_THAT(result.err,
+                    HasSubstr(" characters, and Windows takes 221 for a package; choose another TARGET"));
+        EXPECT_EQ(entryCount(), 1U) << "the scene";
+    }
+}
+
+TEST_F(WindowsPaths, TakesPackagesOfTheGreatestLength) {
+    const fs::path package = folder() / std::string(221 - folder().native().size() - 1, 'n');
+    const CommandResult result = run({"export", "room.scene.json", utf8Path(package) + ".jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    expectPackage(package);
+}
+
+TEST_F(WindowsPaths, ConvertsMeshesInFoldersWithBlanksAndLettersOfTheCodePage) {
+    write("tri.obj", kTriangle);
+    const fs::path target = folder() / pathOfUtf8("a b \u00e9");
+    fs::create_directory(target);
+    const CommandResult result =
+        run({"export", "tri.obj", utf8Path(target / pathOfUtf8("my r\u00f4om.jsx"))});
+    EXPECT_EQ(result.status, 0) << result.err;
+    const fs::path package = target / pathOfUtf8("my r\u00f4om");
+    expectPackage(package);
+    const Tree resources = readTree(package / "resources");
+    EXPECT_TRUE(std::ranges::any_of(resources, [](const auto& file) {
+        return file.first.ends_with(".mesh");
+    })) << result.out;
+    EXPECT_TRUE(std::ranges::any_of(resources, [](const auto& file) {
+        return file.first.ends_with("_phy.obj");
+    })) << result.out;
+    EXPECT_FALSE(resources.contains("failed_mesh.txt"));
+}
+
+TEST_F(WindowsPaths, RefusesTargetsOutsideTheCodePage) {
+    const std::string name = "\u65e5\u0416\u00e9";
+    if (hasNarrowForm(pathOfUtf8(name))) GTEST_SKIP() << "the code page has all letters";
+    const CommandResult result = run({"export", "room.scene.json", name + ".jsx"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(lastLine(result.err), HasSubstr(name + ": the path has letters that the system's code page"));
+    EXPECT_EQ(entryCount(), 1U) << "the scene";
+}
+
+TEST_F(WindowsPaths, RefusesNamesThatTheSystemWouldShorten) {
+    for (const char* target : {"name .jsx", "name...jsx", "name. .jsx"}) {
+        const CommandResult result = run({"export", "room.scene.json", target});
+        EXPECT_EQ(result.status, 2) << target;
+        EXPECT_THAT(result.err, HasSubstr("Windows drops blanks and dots at the end of a folder's name"));
+        EXPECT_EQ(entryCount(), 1U) << "the scene";
+    }
+}
+
+TEST_F(InstalledCommand, NotesMeshesThatMissTheirTools) {
+    write("tri.obj", kTriangle);
+    const CommandResult result = runInstalled({"export", "--json", "tri.obj", "tri.jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("\"tool-missing\""));
+    const Tree resources = readTree(folder() / "tri/resources");
+    for (const char* log : {"failed_mesh.txt", "failed_physics.txt"}) {
+        ASSERT_TRUE(resources.contains(log));
+        // Eight bytes, in which a line feed has become two.
+        EXPECT_EQ(resources.at(log), asTextFile(std::string("T\n\0\0\0\0\0\0", 8)));
+    }
+}
+
+TEST_F(InstalledOutsideTheCodePage, TellsThatToolsCannotBeStartedFromThere) {
+    installTools();
+    const CommandResult result = runInstalled({"export", "--json", "room.scene.json", "room.jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    if (hasNarrowForm(pathOfUtf8("\u0431\u65e5"))) {
+        EXPECT_EQ(result.out.find("tool-path-not-narrow"), std::string::npos) << result.out;
+    } else {
+        EXPECT_THAT(result.out, HasSubstr("\"tool-path-not-narrow\""));
+    }
+    EXPECT_EQ(result.out.find("tool-missing"), std::string::npos) << result.out;
 }
 
 TEST_F(WindowsPaths, FindsTexturesOfScenesWithSuchPaths) {
