@@ -3,11 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <optional>
 #include <random>
 #include <string>
 
+#include "base/text.h"
 #include "cli/command_error.h"
 #include "tests/support/platform_text.h"
+
+#ifdef _WIN32
+#include "platform/child_process_windows.h"
+#endif
 
 namespace velinor {
 namespace {
@@ -100,13 +106,34 @@ TEST_F(PackageReplacementTest, PutsAFileAndAnEmptyFolderBack) {
 }
 
 TEST_F(PackageReplacementTest, TakesNamesOfTheGreatestLength) {
-    // Windows lets a folder's path have 247 characters.
+    // Windows lets a folder's path have 247 characters: 259, and room for a file name of eight and three.
     const std::size_t longest = kIsWindows ? 247 - folder.native().size() - 1 : 255;
     package = folder / std::string(longest, 'n');
     makeOldPackage();
     { const PackageReplacement replacement(package, true); }
     EXPECT_TRUE(fs::exists(package / "index.jsx"));
 }
+
+#ifdef _WIN32
+TEST_F(PackageReplacementTest, TellsWhereTheOldPackageIsThatCannotBePutBack) {
+    makeOldPackage();
+    std::optional<PackageReplacement> replacement(std::in_place, package, true);
+    write("half.txt", "half");
+    const Handle held(
+        CreateFileW((package / "half.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held.isOpen());
+    testing::internal::CaptureStderr();
+    replacement.reset();
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(told.starts_with("tolvex: " + utf8Path(package) + ": ")) << told;
+    const std::string words = "; what stood there before is now ";
+    const std::size_t at = told.find(words);
+    ASSERT_NE(at, std::string::npos) << told;
+    const fs::path aside = pathOfUtf8(told.substr(at + words.size(), told.find('\n') - at - words.size()));
+    EXPECT_TRUE(fs::exists(aside / "index.jsx")) << aside;
+    EXPECT_TRUE(fs::exists(aside / "where.json")) << aside;
+}
+#endif
 
 }  // namespace
 }  // namespace velinor
