@@ -1,4 +1,5 @@
-// Paths in the narrow form that file functions of one byte a character take.
+// Paths in the narrow form that file functions of one byte a character take. Which code page when:
+// code_page.h.
 #pragma once
 
 #include <filesystem>

@@ -11,9 +11,8 @@
 
 namespace velinor {
 
-// A text file open for writing. Lines end as the platform ends them: a line
-// feed stays one, except on Windows, where it becomes CR LF. Errors never throw: they are kept, and close()
-// tells.
+// A text file open for writing. Lines end as the platform ends them: a line feed stays one, except on
+// Windows, where it becomes CR LF. Errors never throw: they are kept, and close() tells.
 class TextFile final : public TextSink {
   public:
     enum class Mode { truncate, append };  // what becomes of an existing file

@@ -31,13 +31,6 @@ std::string contentOf(const fs::path& file) {
     return std::move(text).str();
 }
 
-int waitFor(const Handle& process) {
-    WaitForSingleObject(process.get(), INFINITE);
-    DWORD status = 0;
-    GetExitCodeProcess(process.get(), &status);
-    return static_cast<int>(status);
-}
-
 // A process that the program started may end a moment after it, and keeps the streams open until then.
 void removeWhenClosed(const fs::path& folder) {
     constexpr int kTries = 100;
@@ -70,7 +63,8 @@ CommandResult runProgram(const fs::path& program, const std::vector<std::string>
         const Child child = startChild(pathOfUtf8(quotedCommandLine(texts)).native(),
                                        input.folder.empty() ? nullptr : input.folder.c_str(),
                                        {inStream.get(), outStream.get(), errStream.get()});
-        result.status = waitFor(child.process);
+        waitForEnd(child.process, INFINITE);
+        result.status = static_cast<int>(exitCodeOf(child.process));
     }
     if (!input.outFile) result.out = contentOf(out);
     result.err = contentOf(err);
