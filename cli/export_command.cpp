@@ -66,10 +66,14 @@ fs::path withoutMark(const fs::path& path) {
     return path;
 }
 
+// Without links, but for shares of servers, which the library's own operation does not know.
+fs::path canonicalPath(const fs::path& path) {
+    const fs::path absolute = withoutMark(absolutePath(path));
+    return absolute.is_relative() ? normalPath(absolute) : fs::weakly_canonical(absolute);
+}
+
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const auto keyOf = [](const fs::path& path) {
-        return fs::path(fileNameKey(fs::weakly_canonical(withoutMark(absolutePath(path)))));
-    };
+    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(canonicalPath(path))); };
     const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
     return !relative.empty() && *relative.begin() != "..";
 }
