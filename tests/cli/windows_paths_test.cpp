@@ -15,6 +15,17 @@ using testing::HasSubstr;
 
 constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\ng T\nf 1 2 3\n";
 
+// With the bitmap wood.png beside it.
+constexpr const char* kTexturedTriangle =
+    R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"T","mesh":0}],)"
+    R"("meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],)"
+    R"("buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,)"
+    R"(AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}],)"
+    R"("bufferViews":[{"buffer":0,"byteLength":36}],)"
+    R"("accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],)"
+    R"("max":[1,1,0]}],"materials":[{"name":"M","pbrMetallicRoughness":{"baseColorTexture":{"index":0}}}],)"
+    R"("textures":[{"source":0}],"images":[{"uri":"wood.png"}]})";
+
 class WindowsPaths : public CommandTest {
   protected:
     // A whole package.
@@ -22,6 +33,38 @@ class WindowsPaths : public CommandTest {
         for (const char* file : {"index.jsx", "where.json", "webtables.json", "resources/default.dds"})
             EXPECT_TRUE(fs::exists(package / file)) << package << " " << file;
     }
+};
+
+// The folder of the scenes as a share of a server: under Wine one made for it, elsewhere that of the whole
+// drive, which not everyone may use.
+class ServerPaths : public WindowsPaths {
+  protected:
+    ServerPaths() {
+        const wchar_t* wine = _wgetenv(L"WINECONFIGDIR");
+        if (wine == nullptr) {
+            share_ = "\\\\localhost\\C$\\" + utf8Path(folder().relative_path());
+            return;
+        }
+        const std::wstring prefix = wine;  // "\??\Z:\..."
+        server_ = fs::path(prefix.substr(prefix.find(L':') - 1)) / "dosdevices" / "unc" / folder().filename();
+        fs::create_directories(server_ / "share");
+        share_ = "\\\\" + utf8Path(folder().filename()) + "\\share";
+    }
+    ~ServerPaths() override {
+        std::error_code ignored;
+        if (!server_.empty()) fs::remove_all(server_, ignored);
+    }
+
+    void SetUp() override {
+        if (!fs::exists(share_)) GTEST_SKIP() << share_ << " is not to be had";
+        std::ofstream(fs::path(share_ + "\\a.gltf")) << kTexturedTriangle;
+        std::ofstream(fs::path(share_ + "\\wood.png")) << "image";
+    }
+
+    std::string share_;
+
+  private:
+    fs::path server_;
 };
 
 // The command and what belongs to it, in a folder of its own.
@@ -74,6 +117,24 @@ TEST_F(WindowsPaths, KeepTheSceneThatIsInThePackageToReplace) {
     EXPECT_EQ(run({"export", "--overwrite", mark + inner, "room.jsx"}).status, 2);
     EXPECT_EQ(run({"export", "--overwrite", inner, mark + utf8Path(folder() / "room.jsx")}).status, 2);
     EXPECT_TRUE(fs::exists(folder() / "room/inner.scene.json"));
+}
+
+TEST_F(ServerPaths, HoldScenesTexturesAndPackages) {
+    const CommandResult result = run({"export", "--quiet", share_ + "\\a.gltf", share_ + "\\room.jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, share_ + "\\room\n");
+    expectPackage(share_ + "\\room");
+    EXPECT_TRUE(fs::exists(share_ + "\\room\\resources\\wood.png"));
+}
+
+TEST_F(ServerPaths, KeepTheSceneThatIsInThePackageToReplace) {
+    EXPECT_EQ(run({"export", share_ + "\\a.gltf", share_ + "\\room.jsx"}).status, 0);
+    const std::string inner = share_ + "\\room\\inner.scene.json";
+    std::ofstream(fs::path(inner)) << kRoom;
+    EXPECT_EQ(run({"export", "--overwrite", inner, share_ + "\\room.jsx"}).status, 2);
+    EXPECT_TRUE(fs::exists(inner));
+    EXPECT_EQ(run({"export", "--overwrite", "room.scene.json", share_ + "\\room.jsx"}).status, 0);
+    EXPECT_FALSE(fs::exists(inner));
 }
 
 TEST_F(WindowsPaths, RefusesLongPathsBeforeAnythingIsWritten) {
@@ -158,16 +219,7 @@ TEST_F(InstalledOutsideTheCodePage, TellsThatToolsCannotBeStartedFromThere) {
 
 TEST_F(WindowsPaths, FindsTexturesOfScenesWithSuchPaths) {
     write("wood.png", "image");
-    write(
-        "a.gltf",
-        R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"T","mesh":0}],)"
-        R"("meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],)"
-        R"("buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,)"
-        R"(AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}],)"
-        R"("bufferViews":[{"buffer":0,"byteLength":36}],)"
-        R"("accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],)"
-        R"("max":[1,1,0]}],"materials":[{"name":"M","pbrMetallicRoughness":{"baseColorTexture":{"index":0}}}],)"
-        R"("textures":[{"source":0}],"images":[{"uri":"wood.png"}]})");
+    write("a.gltf", kTexturedTriangle);
     const fs::path elsewhere = folder() / "elsewhere";
     fs::create_directory(elsewhere);
     CommandInput input;
