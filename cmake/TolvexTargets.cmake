@@ -49,6 +49,9 @@ function(tolvex_library name)
     target_link_libraries(tolvex_${name} PUBLIC tolvex_flags ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
 endfunction()
 
+set(TOLVEX_TEST_PROGRAMS ${PROJECT_BINARY_DIR}/test-programs.txt)
+file(WRITE ${TOLVEX_TEST_PROGRAMS} "")
+
 # tolvex_tests(NAME SOURCES ... [LIBRARIES targets...] [SCREEN])
 # Declares the test program of a folder and registers each of its tests with CTest. With SCREEN the tests open windows, and run
 # one after the other: they would find each other's.
@@ -72,6 +75,8 @@ function(tolvex_tests name)
         # One folder for all, so that the libraries which they load stand there once.
         set_target_properties(${name}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/test-programs)
     endif()
+    # A program that lists no tests would pass unseen: scripts/lib/common.sh asks for some of each.
+    file(APPEND ${TOLVEX_TEST_PROGRAMS} "${name}\n")
     gtest_discover_tests(${name}_tests
         DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}/" PROPERTIES ${properties})
 endfunction()

@@ -34,6 +34,7 @@ target_include_directories(ogre_main PUBLIC ${ogre_main}/include ${PROJECT_BINAR
 target_compile_definitions(ogre_main PUBLIC NDEBUG)
 target_compile_features(ogre_main PUBLIC cxx_std_11)
 target_precompile_headers(ogre_main PRIVATE ${ogre_main}/src/OgreStableHeaders.h)
+set_target_properties(ogre_main PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
 
 find_sources(converter_files ogre-1.12 "" "Tools/XMLConverter/src/*.cpp")
 add_executable(OgreXMLConverter ${converter_files})

@@ -35,11 +35,33 @@ build() {
 }
 configure_options=()
 
+# preset_folder PRESET: where CMakePresets.json lets it build.
+preset_folder() {
+    case "$1" in
+        release) printf '%s\n' "$root/build" ;;
+        asan-ubsan) printf '%s\n' "$root/build-asan" ;;
+        *) printf '%s\n' "$root/build-$1" ;;
+    esac
+}
+
 # count_tests RESULTS STATUS...: how many tests of a JUnit file have one of these states.
 count_tests() {
     local results=$1
     shift
     grep -cE "<testcase .*status=\"($(IFS='|' && echo "$*"))\"" "$results" || true
+}
+
+# test_names RESULTS: the names of the tests in a JUnit file, without the values of parameters, sorted.
+test_names() {
+    sed -nE 's/.*<testcase name="([^"]*)".*/\1/p' "$1" | sed 's/  # GetParam() = .*//' | sort -u
+}
+
+# silent_programs RESULTS PROGRAMS: which of the test programs listed in a file have no test among the results.
+silent_programs() {
+    local program
+    while read -r program; do
+        grep -q "<testcase name=\"$program/" "$1" || printf '%s\n' "$program"
+    done <"$2"
 }
 
 # show_failures RESULTS: the names of the tests of a JUnit file that failed or did not run, and what the first ones said.
@@ -56,7 +78,8 @@ failed=0
 run_tests() {
     local preset=$1 status=0 now_passed=0 now_failed=0
     shift
-    local results="$logs/tests-$preset.xml" log="$logs/tests-$preset.log"
+    local results="$logs/tests-$preset.xml" log="$logs/tests-$preset.log" folder program
+    folder=$(preset_folder "$preset")
     mkdir -p "$logs"
     rm -f "$results" "$log"
     say "running the tests of preset $preset"
@@ -65,6 +88,12 @@ run_tests() {
     if [ -f "$results" ]; then
         now_passed=$(count_tests "$results" run)
         now_failed=$(count_tests "$results" fail notrun disabled)
+    fi
+    if [ -f "$results" ] && [ -f "$folder/test-programs.txt" ]; then
+        for program in $(silent_programs "$results" "$folder/test-programs.txt"); do
+            say "no test of ${program}_tests ran" >&2
+            now_failed=$((now_failed + 1))
+        done
     fi
     if [ "$now_failed" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$now_passed" -eq 0 ]; }; then
         say "ctest ran $now_passed tests and ended with status $status" >&2

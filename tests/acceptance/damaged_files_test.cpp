@@ -101,8 +101,21 @@ class DamagedFiles : public testing::TestWithParam<Format> {
         if (result.status == 2) expectCleanRefusal(result, mutant);
         EXPECT_TRUE(fs::is_empty(temporary_.path())) << "a temporary file is left";
         ++(result.status == 0 ? read_ : refused_);
+        removeResults();
+    }
+
+    void removeResults() const {
         for (const auto& entry : fs::directory_iterator(results_.path()))
             fs::remove_all(entry);
+    }
+
+    // What is not read whole shows nothing when it is damaged.
+    void expectReadWhole(const std::string& bytes) {
+        const fs::path whole = mutants_.path() / ("whole" + GetParam().ending);
+        std::ofstream(whole, std::ios::binary) << bytes;
+        const CommandResult result = run(whole, false);
+        EXPECT_EQ(result.status, 0) << result.err;
+        removeResults();
     }
 
     void keep(std::uint32_t number) const {
@@ -133,10 +146,14 @@ TEST_P(DamagedFiles, AreReadOrRefusedWithOneMessage) {
     std::vector<std::string> contents;
     for (const std::string& file : GetParam().files)
         contents.push_back(contentOf(file));
+    for (std::size_t i = 0; i < contents.size(); ++i) {
+        SCOPED_TRACE(GetParam().files[i]);
+        ASSERT_FALSE(contents[i].empty());
+        expectReadWhole(contents[i]);
+    }
     for (std::uint32_t number = 0; number < mutantsWanted(); ++number) {
         const std::size_t file = number % contents.size();
         SCOPED_TRACE("mutant " + std::to_string(number) + " of " + GetParam().files[file]);
-        ASSERT_FALSE(contents[file].empty());
         const bool hadFailed = HasFailure();
         tryMutant(contents[file], number);
         if (HasFailure() && !hadFailed) keep(number);
