@@ -1,8 +1,7 @@
 // Paths whole and without "." and "..". Some standard libraries know nothing of what can stand before the
-// folders of a Windows path, the share of a server ("\\server\share") and the mark of a path that the system
-// takes as it is
-// ("\\?\C:"): they would make one "\" of the two, and look for the rest on the current drive. So nothing else
-// asks them.
+// folders of a Windows path: the share of a server ("\\server\share"), and the mark of a path that the system
+// takes as it is ("\\?\C:"). They would make one "\" of the two, and look for the rest on the current drive.
+// So nothing else asks them.
 #pragma once
 
 #include <filesystem>

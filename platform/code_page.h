@@ -1,9 +1,9 @@
 // Narrow texts in the code page of the process. Which code page when, on Windows:
 //
-//     narrowText, wideText (here)            the ANSI one: settings that are kept as narrow texts
-//     narrowPath, pathOfNarrow               that of the C library's file functions: the ANSI one, unless the
-//     process has (path_text.h)                          set them to the OEM one or its locale to UTF-8
-//     utf8Path, pathOfUtf8 (base/text.h)     none: messages, documents, and libraries that take UTF-8
+// - narrowText, wideText (here): the ANSI one. Settings that are kept as narrow texts.
+// - narrowPath, pathOfNarrow (path_text.h): that of the C library's file functions. It is the ANSI one, too,
+//   unless the process has set them to the OEM one, or its locale to UTF-8.
+// - utf8Path, pathOfUtf8 (base/text.h): none. Messages, documents, and libraries that take UTF-8.
 //
 // Off Windows all three are UTF-8.
 #pragma once
