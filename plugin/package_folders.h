@@ -26,8 +26,8 @@ PackageFolders packageFoldersFor(const std::filesystem::path& fileName,
 
 // Why the system cannot hold a package under this path, in words for a person; nothing where it can. Windows
 // drops blanks and dots at the end of a name, and then does not find the folder under the name that was
-// given. The C library there goes round and round in folders with longer paths than it takes, even where the
-// system itself takes them.
+// given. In folders with longer paths than it takes as a rule, MinGW's library does not list, and removing
+// goes round and round, even where the system itself takes them.
 std::optional<std::string> exportFolderFault(const std::filesystem::path& exportFolder);
 
 // Whether `folder` is a package: a folder that holds index.jsx and where.json.

@@ -119,6 +119,42 @@ TEST_F(WindowsPaths, KeepTheSceneThatIsInThePackageToReplace) {
     EXPECT_TRUE(fs::exists(folder() / "room/inner.scene.json"));
 }
 
+// Folders with a longer path than most operations take, which tests have to remove one by one.
+class DeepFolder {
+  public:
+    explicit DeepFolder(const fs::path& parent) : path_("\\\\?\\" + utf8Path(parent)) {
+        while (path_.native().size() < 300) {
+            path_ /= std::string(60, 'd');
+            fs::create_directory(path_);
+            ++levels_;
+        }
+    }
+    DeepFolder(const DeepFolder&) = delete;
+    DeepFolder& operator=(const DeepFolder&) = delete;
+    ~DeepFolder() {
+        std::error_code ignored;
+        for (fs::path folder = path_; levels_ > 0; folder = folder.parent_path(), --levels_)
+            fs::remove(folder, ignored);
+    }
+
+    const fs::path& path() const { return path_; }
+
+  private:
+    fs::path path_;
+    int levels_ = 0;
+};
+
+TEST_F(WindowsPaths, TakesScenesInDeepFoldersWithoutTheirBitmaps) {
+    const DeepFolder deep(folder());
+    const fs::path scene = deep.path() / "a.gltf";
+    std::ofstream(scene) << kTexturedTriangle;
+    const CommandResult result = run({"export", utf8Path(scene), "a.jsx"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("wood.png"));
+    expectPackage(folder() / "a");
+    fs::remove(scene);
+}
+
 TEST_F(ServerPaths, HoldScenesTexturesAndPackages) {
     const CommandResult result = run({"export", "--quiet", share_ + "\\a.gltf", share_ + "\\room.jsx"});
     EXPECT_EQ(result.status, 0) << result.err;
