@@ -2,6 +2,7 @@
 // whole or not at all.
 #include <chrono>
 #include <filesystem>
+#include <system_error>
 #include <thread>
 
 #include "base/normal_path.h"
@@ -17,7 +18,6 @@
 #include "cli/scene_source.h"
 #include "cli/standard_output.h"
 #include "hosts/snapshot/snapshot_host.h"
-#include "platform/file_name_key.h"
 #include "platform/path_text.h"
 #include "platform/process_info.h"
 #include "platform/temporary_folder.h"
@@ -57,25 +57,17 @@ std::u16string hostText(const fs::path& path) {
     throw CommandError(kNotRun, utf8Path(path) + ": is not valid UTF-8; rename the folder");
 }
 
-// "C:\a" for "\\?\C:\a", which is the same file.
-fs::path withoutMark(const fs::path& path) {
-    const std::string text = utf8Path(fs::path(path).make_preferred());
-    for (const auto& [mark, plain] : {std::pair("\\\\?\\UNC\\", "\\\\"), std::pair("\\\\?\\", "")}) {
-        if (text.starts_with(mark)) return pathOfUtf8(plain + text.substr(std::string_view(mark).size()));
-    }
-    return path;
-}
-
-// Without links, but for shares of servers, which the library's own operation does not know.
-fs::path canonicalPath(const fs::path& path) {
-    const fs::path absolute = withoutMark(absolutePath(path));
-    return absolute.is_relative() ? normalPath(absolute) : fs::weakly_canonical(absolute);
-}
-
+// Asked of the system folder by folder: a file has many names.
 bool liesIn(const fs::path& file, const fs::path& folder) {
-    const auto keyOf = [](const fs::path& path) { return fs::path(fileNameKey(canonicalPath(path))); };
-    const fs::path relative = keyOf(file).lexically_relative(keyOf(folder));
-    return !relative.empty() && *relative.begin() != "..";
+    std::error_code error;
+    fs::path at = fs::canonical(file, error);
+    if (error) at = normalPath(absolutePath(file));  // a server's share, which the library does not know
+    for (fs::path above = at.parent_path(); above != at; above = at.parent_path()) {
+        std::error_code ignored;
+        if (fs::equivalent(above, folder, ignored)) return true;
+        at = above;
+    }
+    return false;
 }
 
 // Files inside the package are opened by names in the code page of file names, and so are the tools given

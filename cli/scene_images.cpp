@@ -1,6 +1,7 @@
 #include "cli/scene_images.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -46,9 +47,9 @@ bool isAsciiPath(const fs::path& path) {
 std::optional<fs::path> linkFolder(SceneSource& source, const fs::path& spare) {
     const fs::path& images = source.images->path();
     if (isAsciiPath(images)) return images;
-    std::vector<fs::path> parents = sharedTemporaryFolders();
-    parents.insert(parents.begin(), shortPath(images));
-    parents.push_back(shortPath(spare));
+    // Others may look into the shared ones, so they come last.
+    std::vector<fs::path> parents{shortPath(images), shortPath(spare)};
+    std::ranges::copy(sharedTemporaryFolders(), std::back_inserter(parents));
     for (const fs::path& parent : parents) {
         if (!isAsciiPath(parent)) continue;
         try {
@@ -65,8 +66,7 @@ std::optional<fs::path> linkFolder(SceneSource& source, const fs::path& spare) {
 std::string lossText(bool hasFolder) {
     if (hasFolder) {
         return "the bitmap cannot be found by a path with other than ASCII letters, and not be copied "
-               "either; "
-               "rename it";
+               "either; rename it";
     }
     return std::string(
                "the bitmap cannot be found by a path with other than ASCII letters, and there is no "

@@ -31,6 +31,9 @@ struct IsolatedRun {
     std::string cause;
 };
 
+// The cause where a process sends what no work can have sent.
+inline constexpr const char* kImpossibleMessage = "a message of impossible size";
+
 // Hands a message from the isolated code to its caller. Messages are any bytes.
 using SendMessage = std::function<void(std::string_view)>;
 

@@ -162,17 +162,18 @@ void waitFor(int input, const std::function<void()>& whileWaiting) {
     }
 }
 
-// Stops at the end of the stream, and at a size that no process of this memory can have sent: it has gone
+// Goes on to the end of the stream. False at a size that no process of this memory can have sent: it has gone
 // mad.
-void passMessages(int input, const std::function<void(std::string_view)>& receive, std::uint64_t largest,
+bool passMessages(int input, const std::function<void(std::string_view)>& receive, std::uint64_t largest,
                   const std::function<void()>& whileWaiting) {
     std::string message;
     for (;;) {
         waitFor(input, whileWaiting);
         std::uint64_t size = 0;
-        if (!readAll(input, &size, sizeof size) || size > largest) return;
+        if (!readAll(input, &size, sizeof size)) return true;
+        if (size > largest) return false;
         message.resize(size);
-        if (!readAll(input, message.data(), size)) return;
+        if (!readAll(input, message.data(), size)) return true;
         receive(message);
     }
 }
@@ -214,7 +215,9 @@ IsolatedRun runForked(const std::function<void(const SendMessage&)>& work,
     }
     ChildProcess child(id);
     output.reset();
-    passMessages(input.get(), receive, limits.memoryBytes, whileWaiting);
+    if (!passMessages(input.get(), receive, limits.memoryBytes, whileWaiting))
+        return {IsolatedRun::End::crashed,
+                kImpossibleMessage};  // and the child is ended: it may never by itself
     input.reset();
     return runOf(child.wait());
 }

@@ -1,7 +1,14 @@
 // What only systems with signals and copies of processes have; the rest is in isolated_run_test.cpp.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <limits>
+#include <thread>
 
 #include "platform/forked_run.h"
 
@@ -23,6 +30,21 @@ TEST(RunForked, TellsTheSignalThatEndedTheWork) {
         EXPECT_EQ(result.end, RunEnd::crashed);
         EXPECT_EQ(result.cause, "signal " + std::to_string(signal));
     }
+}
+
+// Writes a size that no message can have into whatever pipe there is, and goes on.
+TEST(RunForked, EndsAProcessThatHasGoneMad) {
+    const IsolatedRun result = run([](const SendMessage&) {
+        const std::uint64_t size = std::numeric_limits<std::uint64_t>::max();
+        for (int descriptor = 3; descriptor < 64; ++descriptor) {
+            struct stat status {};
+            if (::fstat(descriptor, &status) != 0 || !S_ISFIFO(status.st_mode)) continue;
+            if (::write(descriptor, &size, sizeof size) < 0) continue;
+        }
+        std::this_thread::sleep_for(std::chrono::minutes(1));
+    });
+    EXPECT_EQ(result.end, RunEnd::crashed);
+    EXPECT_EQ(result.cause, kImpossibleMessage);
 }
 
 TEST(RunForked, GivesTheWorkACopyOfWhatItsCallerHas) {

@@ -292,8 +292,10 @@ IsolatedRun runIsolated(const IsolatedWork& work, std::string_view input,
         writeAll(inputPipe.write.get(), input.data(), input.size());
     inputPipe.write.reset();
     if (!passMessages(messagePipe.read.get(), process, MessageReader(limits.memoryBytes), receive,
-                      whileWaiting))
+                      whileWaiting)) {
         process.end();  // it may never by itself
+        return {IsolatedRun::End::crashed, kImpossibleMessage};
+    }
     messagePipe.read.reset();
     return runOf(process.exitCode());
 }

@@ -56,7 +56,7 @@ std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSup
     } catch (const ExportStopped&) {
         fail(MessageId::exportStopped, "");
     } catch (const std::filesystem::filesystem_error& error) {
-        fail(MessageId::exportFailed, fileErrorText(error, kAdvice));
+        quietly([&] { fail(MessageId::exportFailed, fileErrorText(error, kAdvice)); });
         return std::current_exception();
     } catch (const ::TabOutOfRangeException&) {
         fail(MessageId::exportFailed, "a list of the host is shorter than it should be");
@@ -64,7 +64,7 @@ std::exception_ptr ExportSession::exportTo(host::HostText name, bool isPromptSup
     } catch (const std::bad_alloc&) {
         fail(MessageId::exportFailed, "there is not enough memory");
     } catch (const std::system_error& error) {
-        fail(MessageId::exportFailed, errorText(error.code()));
+        quietly([&] { fail(MessageId::exportFailed, errorText(error.code())); });
     } catch (const std::exception& error) {
         fail(MessageId::exportFailed, error.what());
     } catch (...) {
@@ -79,9 +79,6 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
     std::setlocale(LC_ALL, "C");  // as the export does; narrow forms go by it
     // The tools run elsewhere, and could not use a relative path.
     const std::filesystem::path target = absolutePath(toPath(name));
-    const auto impossible =
-        exportFolderFault(normalPath(packageFoldersFor(target, executablePath()).exportFolder));
-    if (impossible) return fail(MessageId::exportFailed, *impossible + "; choose another folder or name");
     // The tools and the scripts could not name files there.
     if (!hasNarrowForm(target)) {
         return fail(
@@ -94,8 +91,9 @@ void ExportSession::exportNow(const std::u16string& name, bool isPromptSuppresse
     exporter_.DoExport(text.c_str(), nullptr, nullptr, isPromptSuppressed ? 1 : 0, 0);
 }
 
-void ExportSession::fail(MessageId id, const std::string& detail) {
-    quietly([&] { report_.add(id, "tolvex", detail); });
+// Also for want of memory, so it takes none of its own for the call.
+void ExportSession::fail(MessageId id, std::string_view detail) {
+    quietly([&] { report_.add(id, "tolvex", std::string(detail)); });
 }
 
 // Handles of the scene are worth nothing from here on.

@@ -4,7 +4,7 @@
 #include "hosts/max/max_sdk.h"
 
 #include <exception>
-#include <string>
+#include <string_view>
 
 #include "hosts/max/max_host.h"
 #include "plugin/exporter.h"
@@ -28,7 +28,7 @@ class ExportSession {
   private:
     std::exception_ptr exportTo(host::HostText name, bool isPromptSuppressed);
     void exportNow(const std::u16string& name, bool isPromptSuppressed);
-    void fail(MessageId id, const std::string& detail);
+    void fail(MessageId id, std::string_view detail);
     void finish();
 
     MaxHost host_;

@@ -89,7 +89,8 @@ run_tests() {
         now_passed=$(count_tests "$results" run)
         now_failed=$(count_tests "$results" fail notrun disabled)
     fi
-    if [ -f "$results" ] && [ -f "$folder/test-programs.txt" ]; then
+    if [ -f "$results" ]; then
+        [ -f "$folder/test-programs.txt" ] || fail "$folder/test-programs.txt is not there; CMakeLists.txt writes it"
         for program in $(silent_programs "$results" "$folder/test-programs.txt"); do
             say "no test of ${program}_tests ran" >&2
             now_failed=$((now_failed + 1))

@@ -7,8 +7,9 @@ root=$1 build=$2 host=$3
 shift 3
 stand_in=$build/bin/max_sdk_standin.dll
 work=$build/package-test
-rm -rf "$work" "$build"/tolvex-*-windows.zip
-mkdir -p "$work"
+output=$work/output
+rm -rf "$work"
+mkdir -p "$output"
 
 fail() {
     printf '%s\n' "$*" >&2
@@ -16,11 +17,11 @@ fail() {
 }
 
 # unpack FOLDER: the archive into that folder.
-unpack() { (cd "$1" && cmake -E tar xf "$build"/tolvex-*-windows.zip); }
+unpack() { (cd "$1" && cmake -E tar xf "$output"/tolvex-*-windows.zip); }
 
 # expect_refusal FILE TEXT: the plug-in FILE must not get into an archive.
 expect_refusal() {
-    if "$root/scripts/package-windows" --built "$build" --plug-in "$1" >"$work/log" 2>&1; then
+    if "$root/scripts/package-windows" --built "$build" --output "$output" --plug-in "$1" >"$work/log" 2>&1; then
         fail "$1 has become part of the archive"
     fi
     grep -q "$2" "$work/log" || fail "$1 is refused for another reason: $(<"$work/log")"
@@ -39,14 +40,14 @@ expect_refusal "$work/changed.dle" 'does not load libvips-42.dll late'
 expect_refusal "$stand_in" 'does not load libvips-42.dll'
 expect_refusal "$root/docs/install-windows.md" 'cannot be read'
 renamed_import max_sdk_standin.dll core.dll
-"$root/scripts/package-windows" --built "$build" --plug-in "$work/changed.dle" >"$work/log"
+"$root/scripts/package-windows" --built "$build" --output "$output" --plug-in "$work/changed.dle" >"$work/log"
 ! grep -q placeholder "$work/log" || fail "a plug-in for 3ds Max is called a placeholder"
 unpack "$work"
 cmp "$work/Plugins/tolvex.dle" "$work/changed.dle"
 rm -r "$work/Plugins"
 
 # The archive of the build as it is.
-"$root/scripts/package-windows" --built "$build" >"$work/log"
+"$root/scripts/package-windows" --built "$build" --output "$output" >"$work/log"
 grep -q 'tolvex.dle is a placeholder' "$work/log" || fail "nothing is said of the placeholder: $(<"$work/log")"
 
 # The program and the stand-in for 3ds Max's own libraries; all else comes out of the archive.

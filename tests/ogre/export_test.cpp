@@ -147,13 +147,12 @@ std::vector<std::string> expectedFaults(const std::string& name) {
         {"active-ids-out-of-order", {"resources/Tri.mesh: submesh 0 has no material name"}},
         {"custom-maps",
          {"resources/Oak.material: the texture unit \"reflection_map\" names \"Default.dds\", which is not "
-          "in the "
-          "package",
+          "in the package",
           "resources/grey.png: it is used as a cube map and has 1 faces, not 6"}},
         {"meshes-that-fail",
-         {"resources/No_faces.mesh: the file is empty",
-          "index.jsx: line 6: the mesh \"Bookshelf.mesh\" is not in the "
-          "package"}},
+         {"resources/Dot.mesh: the file is empty", "resources/No_faces.mesh: the file is empty",
+          "index.jsx: line 6: the mesh \"Bookshelf.mesh\" is not in the package",
+          "index.jsx: line 33: the mesh \"Chair.mesh\" is not in the package"}},
         {"names-beyond-ascii", {"index.jsx: line 25: the mesh \"!B>;.mesh\" is not in the package"}},
         {"standard-materials",
          {"resources/Lost.material: line 34: invalid parameters: one.tga",
