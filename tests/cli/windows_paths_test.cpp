@@ -214,7 +214,7 @@ TEST_F(WindowsPaths, ConvertsMeshesInFoldersWithBlanksAndLettersOfTheCodePage) {
 
 TEST_F(WindowsPaths, RefusesTargetsOutsideTheCodePage) {
     const std::string name = "\u65e5\u0416\u00e9";
-    if (hasNarrowForm(pathOfUtf8(name))) GTEST_SKIP() << "the code page has all letters";
+    ASSERT_FALSE(hasNarrowForm(pathOfUtf8(name))) << "to be run in another code page";
     const CommandResult result = run({"export", "room.scene.json", name + ".jsx"});
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(lastLine(result.err), HasSubstr(name + ": the path has letters that the system's code page"));
